@@ -1,0 +1,81 @@
+// Attribute types.
+#ifndef LIBSCHEMA_ATTRIBUTE_H_
+#define LIBSCHEMA_ATTRIBUTE_H_
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "QORSchema.h"
+
+class SchemaLexan;
+
+// An attribute type description (RFC 4512, section 4.1.2), as in
+//
+//   attributetypes=( 2.5.4.3 NAME ( 'cn' 'commonName' ) SUP 2.5.4.41 )
+//
+// Not everything that a description may hold is kept; parse() says what.
+class Attribute : public QORSchema {
+ public:
+  // An empty definition: for user applications, multi-valued, modifiable.
+  Attribute();
+  Attribute(const Attribute &) = default;
+  Attribute &operator=(const Attribute &) = default;
+  ~Attribute() override;
+
+  // Prints OID, names, description, matching rules, syntax, superiors and
+  // usage. The flags are not printed.
+  void dump() override;
+
+  // Writes "attributetypes=( ... )". The line reads back to the same values,
+  // with two exceptions: more than one superior reads back as the first, with
+  // the last in the place of the OID, and a COLLECTIVE one does not read back.
+  void dump(std::ofstream &out) override;
+
+  std::string getOid() override;
+  std::string getDescription() override;
+  std::vector<std::string> getSuperior() override;
+  std::string getFirstName() override;
+  std::vector<std::string> getNames() override;
+  std::string getFirstNameLower() override;
+
+  // Fills this object from `lex`, which stands on the token before the
+  // definition or on its opening parenthesis. Returns 1 when the definition
+  // ended with ")", which is consumed, or "}", which is not; 0 when a section
+  // keyword or the end of the file came first. What was read before that stays
+  // in the object.
+  //
+  // Kept on purpose:
+  //  - EQUALITY, ORDERING, SUBSTR and SUP keep numeric OIDs; a name or a list
+  //    in their place is dropped.
+  //  - Any other word, number or quoted string replaces the OID.
+  //  - The names end at the next field. A ")" does not end them, so that a
+  //    definition whose last field is NAME runs on into the next one, and at
+  //    the end of the file never ends.
+  //  - A definition with COLLECTIVE never ends.
+  int parse(SchemaLexan *lex);
+
+  // 1 when all fields of both are equal, 0 otherwise. Names and superiors are
+  // compared as lists, everything else exactly.
+  int attrsEqual(const Attribute &other);
+
+  // A copy of `s` in lower case (ASCII letters only).
+  std::string convert(std::string s);
+
+  // "OID --> ", the OID, a newline, "Name --> ", the names separated by ", ",
+  // and two newlines.
+  std::string getOidAndName();
+
+ protected:
+  std::string m_equality;  // a numeric OID, as ordering and substr; or empty
+  std::string m_usage;     // as read, not checked
+  std::string m_syntax;    // with its length suffix, if any
+  std::string m_ordering;
+  std::string m_substr;
+  std::int32_t m_singlevalue;  // TOK_SINGLE_VALUE, or 1: multi-valued
+  bool m_collective;
+  bool m_usermodification;  // false: NO-USER-MODIFICATION
+};
+
+#endif  // LIBSCHEMA_ATTRIBUTE_H_

@@ -1,0 +1,25 @@
+// Character classes and case as in the C locale, whatever setlocale() says.
+// Bytes of 128 or more belong to no class. Internal.
+#ifndef LIBSCHEMA_CHARACTER_H_
+#define LIBSCHEMA_CHARACTER_H_
+
+namespace libschema {
+
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+inline bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
+
+inline char toLower(char c) {
+  return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+inline bool isLetter(char c) { return isUpper(c) || (c >= 'a' && c <= 'z'); }
+
+// Printable, and neither a letter, a digit nor a blank.
+inline bool isPunctuation(char c) {
+  return c > ' ' && c < 0x7F && !isLetter(c) && !isDigit(c);
+}
+
+}  // namespace libschema
+
+#endif  // LIBSCHEMA_CHARACTER_H_

@@ -1,0 +1,76 @@
+// Object classes.
+#ifndef LIBSCHEMA_OBJECTCLASS_H_
+#define LIBSCHEMA_OBJECTCLASS_H_
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "QORSchema.h"
+
+class SchemaLexan;
+
+// An object class description (RFC 4512, section 4.1.1), as in
+//
+//   objectclasses=( 2.5.6.6 NAME 'person' SUP top MUST ( sn $ cn ) )
+class ObjectClass : public QORSchema {
+ public:
+  // An empty definition of a structural class.
+  ObjectClass();
+  ObjectClass(const ObjectClass &) = default;
+  ObjectClass &operator=(const ObjectClass &) = default;
+  ~ObjectClass() override;
+
+  // Prints every field. The last lines are not flushed.
+  void dump() override;
+
+  // Writes "objectclasses=( ... )". The line reads back to the same values.
+  void dump(std::ofstream &out) override;
+
+  std::string getOid() override;
+  std::string getDescription() override;
+  std::vector<std::string> getSuperior() override;
+  std::string getFirstName() override;
+  std::vector<std::string> getNames() override;
+  std::string getFirstNameLower() override;
+
+  // Fills this object from `lex`, which stands on the token before the
+  // definition or on its opening parenthesis. Returns 1 when the definition
+  // ended with ")", which is consumed, or with "}" or "(", which are not; 0
+  // when "objectclasses" or the end of the file came first, or a malformed
+  // length suffix outside a list. What was read before that stays in the
+  // object.
+  //
+  // Kept on purpose:
+  //  - Any word, number or quoted string that belongs to no field replaces the
+  //    OID. A number ends a list, and so replaces the OID too.
+  //  - The names end at the next field. A ")" does not end them, so that a
+  //    definition whose last field is NAME runs on into the next one, and at
+  //    the end of the file never ends.
+  //  - A ")" after MUST or MAY ends the list, whether or not a "(" began it.
+  int parse(SchemaLexan *lex);
+
+  // 1 when all fields of both are equal, 0 otherwise. Names, superiors and
+  // attributes are compared as lists, everything else exactly.
+  int objsEqual(const ObjectClass &other);
+
+  // The required and the optional attributes in the order read.
+  std::vector<std::string> getReqAttrs();
+  std::vector<std::string> getOptAttrs();
+
+  // A copy of `s` in lower case (ASCII letters only).
+  std::string convert(std::string s);
+
+  // "OID --> ", the OID, a newline, "Name --> ", the names separated by ", ",
+  // and two newlines.
+  std::string getOidAndName();
+
+ private:
+  // TOK_STRUCTURAL, TOK_AUXILIARY or TOK_ABSTRACT.
+  std::int32_t m_structuraltype;
+  std::vector<std::string> m_reqattrs;
+  std::vector<std::string> m_optattrs;
+};
+
+#endif  // LIBSCHEMA_OBJECTCLASS_H_

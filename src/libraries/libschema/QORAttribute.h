@@ -1,0 +1,65 @@
+// Storage definitions of attribute types.
+#ifndef LIBSCHEMA_QORATTRIBUTE_H_
+#define LIBSCHEMA_QORATTRIBUTE_H_
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "Attribute.h"
+
+// How the server stores the attribute type that has the same OID, as in
+//
+//   QORAttributetypes=( 2.5.4.3 DBNAME ( 'CN' 'CN' ) LENGTH 256 EQUALITY )
+//
+// Of the fields of an attribute type only the OID is filled.
+class QORAttribute : public Attribute {
+ public:
+  // An empty definition: length "0", no flag set.
+  QORAttribute();
+  QORAttribute(const QORAttribute &) = default;
+  QORAttribute &operator=(const QORAttribute &) = default;
+  ~QORAttribute() override;
+
+  // Prints the OID and the storage fields.
+  void dump() override;
+
+  // Writes "QORAttributetypes=( ... )". The line reads back to the same values.
+  void dump(std::ofstream &out) override;
+
+  // Fills this object from `lex`, which stands on the token before the
+  // definition or on its opening parenthesis. Returns 1 when the definition
+  // ended with ")", which is consumed, or "}", which is not; 0 when
+  // "attributetypes" or the end of the file came first. What was read before
+  // that stays in the object.
+  //
+  // Kept on purpose:
+  //  - Any word, number or quoted string that belongs to no field replaces the
+  //    OID; NAME is not known here, so that a name does.
+  //  - The DBNAME list ends at its ")" or at the next field. Without
+  //    parentheses and as the last field it takes the definition's own ")" and
+  //    runs on; at the end of the file it never ends.
+  //  - ACCESS-CLASS and LENGTH take whatever token follows.
+  //  - REVERSE is dropped.
+  int parse(SchemaLexan *lex);
+
+  // 1 when OID and storage fields of both are equal, 0 otherwise. The column
+  // names are compared as lists, everything else exactly; names, description
+  // and the other fields of an attribute type are not compared.
+  int qorAttrsEqual(const QORAttribute &other);
+
+  // As in Attribute. There is no name to print after parse().
+  std::string convert(std::string s);
+  std::string getOidAndName();
+
+ private:
+  std::vector<std::string> m_dbnames;  // the column names, in the order read
+  std::string m_accessclass;           // empty: not given
+  std::string m_length;                // "0": not given
+  bool m_equalityflag;
+  bool m_orderingflag;
+  bool m_substrflag;
+  bool m_approxflag;
+};
+
+#endif  // LIBSCHEMA_QORATTRIBUTE_H_

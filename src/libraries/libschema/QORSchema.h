@@ -1,0 +1,65 @@
+// The base of all schema definitions.
+#ifndef LIBSCHEMA_QORSCHEMA_H_
+#define LIBSCHEMA_QORSCHEMA_H_
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+// One definition of a schema file: an attribute type, an object class or a
+// storage definition. It is created empty, filled once by its class's parse(),
+// and only read from then on. Whoever created it deletes it; the definitions
+// that SchemaManager::readFile() creates belong to the manager. Copies are
+// independent.
+//
+// Lists of names are equal in the comparisons of all classes when they have the
+// same length and each name of this object's list occurs in the other's, in any
+// place and any case. Kept on purpose: this is containment, not counting, and
+// so one-sided: ( 'a' 'a' ) equals ( 'a' 'b' ), but not the other way round.
+class QORSchema {
+ public:
+  virtual ~QORSchema() = default;
+
+  // Prints the definition to standard output for diagnosis, a field a line.
+  virtual void dump() = 0;
+
+  // Writes the definition to `out` as one line of a schema file and flushes.
+  virtual void dump(std::ofstream &out) = 0;
+
+  // The OID as written in the file; empty before the definition was parsed.
+  virtual std::string getOid() = 0;
+
+  // The description without its quotes; empty when there is none.
+  virtual std::string getDescription() = 0;
+
+  // The superiors in the order read.
+  virtual std::vector<std::string> getSuperior() = 0;
+
+  // The first name; empty when there is none.
+  virtual std::string getFirstName() = 0;
+
+  // The names in the order read.
+  virtual std::vector<std::string> getNames() = 0;
+
+  // The first name in lower case (ASCII letters only); empty when there is
+  // none. The key under which a manager files attribute types and object
+  // classes.
+  virtual std::string getFirstNameLower() = 0;
+
+  // What getOid() and getNames() copy. Valid as long as the object.
+  const std::string &oid() const { return m_oid; }
+  const std::vector<std::string> &names() const { return m_names; }
+
+ protected:
+  QORSchema() = default;
+  QORSchema(const QORSchema &) = default;
+  QORSchema &operator=(const QORSchema &) = default;
+
+  std::vector<std::string> m_names;
+  std::string m_oid;
+  std::string m_description;
+  std::vector<std::string> m_superior;
+  bool m_obsolete = false;
+};
+
+#endif  // LIBSCHEMA_QORSCHEMA_H_

@@ -1,0 +1,169 @@
+// The lexical analyser of schema files.
+#ifndef LIBSCHEMA_SCHEMALEXAN_H_
+#define LIBSCHEMA_SCHEMALEXAN_H_
+
+#include <fstream>
+#include <string>
+
+#include "Clex_analyzer.h"
+#include "SchemaSymbolTable.h"
+
+// Reads one schema file as a stream of tokens, once, from its start to its end:
+//
+//   SchemaLexan lexan("/etc/directory/schema", "V3.user.at");
+//   if (!lexan.fileIsOpen()) ...
+//   for (int token = lexan.lexan(); token != TOK_DONE; token = lexan.lexan()) {
+//     std::string text;
+//     lexan.getStringValue(lexan.getTokenValIndex(), text);
+//   }
+//
+// Tokens (the codes stand in SchemaSymbolTable.h):
+//  - Blanks, tabs, newlines and comments from "#" to the end of the line
+//    separate tokens.
+//  - A number is a digit and the digits and dots after it. Blanks and a length
+//    such as {64} may follow; the blanks are dropped, the length becomes part
+//    of the text.
+//  - A word begins with a letter or "-" and goes on with letters, digits, "_",
+//    "-" and, kept on purpose, tabs: NAME and a tab are a name, no keyword.
+//  - A quoted string stands between single quotes, holds word characters,
+//    blanks and punctuation, and cannot hold a quote. Whatever other character
+//    ends it (a newline, a byte of 128 or more) is dropped like the closing
+//    quote; a newline dropped in this way is not counted as a line.
+//  - A word or a quoted string whose text is a keyword, case included, is that
+//    keyword. "objectClasses", "attributeTypes" and "QORattributeTypes" are
+//    keywords too. A word, string or number that repeats the one read before
+//    it is returned with that one's code.
+//  - Every other character is a token of its own.
+//  - A word, string or number that the end of the file cuts off, with no
+//    character after it, is lost: TOK_DONE comes in its place.
+// Letters, digits and punctuation are those of ASCII in every locale.
+//
+// The symbol table holds the keywords and the one text read last that is no
+// keyword, so that a token's text is valid until the next such token is read.
+//
+// The parsers read through the virtual operations, so that a derived class can
+// watch or stop a reading. An analyser belongs to one thread. Only allocation
+// failures are thrown.
+class SchemaLexan : public Clex_analyzer {
+ public:
+  // Opens `workingDir` + "/" + `fileName`; the slash is always added. A file
+  // that does not open is not reported here: fileIsOpen() is false then, and
+  // lexan() returns TOK_DONE.
+  SchemaLexan(std::string workingDir, std::string fileName);
+
+  SchemaLexan(const SchemaLexan &) = delete;
+  SchemaLexan &operator=(const SchemaLexan &) = delete;
+
+  // The number of the line that was reached, counted from 1.
+  int getLineNumber() override;
+
+  // The file name and the directory as given to the constructor.
+  std::string getFileName() override;
+  std::string getWorkingDir() override;
+
+  // Whether the symbol table has an entry at `index` and it holds a string (or
+  // a character).
+  bool isString(int index) override;
+  bool isCharacter(int index) override;
+
+  // The code of the current token; -1 before the first. lexan() leaves it
+  // alone when it returns TOK_DONE; match() does not.
+  int getCurrentToken() override;
+
+  // The symbol-table index of the current token's text; -1 when it has none.
+  int getTokenValIndex() override;
+
+  // Stores the text (or the character) at `index` of the symbol table in `out`
+  // and returns 0. Non-zero, and `out` is left alone, when there is no entry or
+  // it holds the other kind of value.
+  int getStringValue(int index, std::string &out) override;
+  int getCharValue(int index, char &out) override;
+
+  // What the symbol table's lookUp gives for the two arguments.
+  int lookUp(int a, int b) override;
+
+  // Reads the next token, makes it the current one and returns its code;
+  // TOK_DONE at the end of the file, and again for every further call. A read
+  // error ends the file where it occurs.
+  int lexan() override;
+
+  // Reads the next token if the current one is `token`; does nothing otherwise.
+  void match(int token) override;
+
+  // Adds an entry to the symbol table and returns its index. The current token
+  // is not changed. Meant for diagnosis: a later token may take the place.
+  int insertString(std::string s, int token) override;
+  int insertCharacter(char c, int token) override;
+
+  // Removes from the symbol table what is no keyword and leaves the current
+  // token without a text. Returns the new getTokenValIndex(), -1.
+  int clear() override;
+
+  // Prints the symbol table to standard output below a line with `name`.
+  void dumpTable(std::string name) override;
+
+  // Writes the analyser and its symbol table to `out` for diagnosis, each line
+  // behind `indent` tab characters.
+  void dump(int indent, std::ofstream &out) override;
+
+  // Writes `n` tab characters; none when `n` is not positive.
+  void skip(int n, std::ofstream &out) override;
+
+  virtual ~SchemaLexan();
+
+  // True while every operation on the file has succeeded and its end was not
+  // reached: right after construction, whether the file could be opened.
+  bool fileIsOpen();
+
+ private:
+  // Whether `c` is an ASCII character.
+  bool isValidCharacter(char c);
+
+  // Reads a character into `c`. Returns false and leaves `c` alone when there
+  // is none: at the end of the file, which sets the stream's end-of-file flag,
+  // and at a read error, which does not.
+  bool readCharacter(char &c);
+
+  // Gives the character read last back to the stream.
+  void putBack();
+
+  // Skips what separates tokens. Returns false at the end of the file;
+  // otherwise `c` is the first character of a token.
+  bool skipLayout(char &c);
+
+  // The three kinds of tokens. Each takes the token's first character, reads
+  // the rest, and returns what lexan() is to return.
+  int scanNumber(char c);
+  int scanWord(char c);
+  int scanCharacter(char c);
+
+  // Reads the length suffix behind a number into m_word. `c` is the opening
+  // brace, and then the first character after the suffix. Returns the number's
+  // code.
+  int scanLength(char &c);
+
+  // The index of the symbol table's entry for m_word, or -1.
+  int findWord();
+
+  // Makes the entry at `index` the current token and returns its code.
+  int useEntry(int index);
+
+  // Makes m_word the one scanned entry, with the code `token`, and that entry
+  // the current token. Returns the code.
+  int enterWord(int token);
+
+  SchemaSymbolTable *m_symtable;  // owned; the keywords and one scanned entry
+  std::string m_filename;         // as given to the constructor
+  int m_tokenvalindex;            // the current token's entry, or -1
+  std::ifstream m_infile;         // does not skip white space
+  int m_lookahead;                // the current token's code
+  int m_line_num;                 // the line reached, from 1
+  int m_insertindex;              // where the scanned entry is, or will be
+  std::string m_workingdir;       // as given to the constructor
+
+  // Reused from token to token for their storage; hold nothing between calls.
+  std::string m_word;   // the word, string or number being read
+  std::string m_entry;  // the text of the scanned entry, to compare with
+};
+
+#endif  // LIBSCHEMA_SCHEMALEXAN_H_

@@ -1,0 +1,235 @@
+// One schema: the definitions of a schema directory.
+#ifndef LIBSCHEMA_SCHEMAMANAGER_H_
+#define LIBSCHEMA_SCHEMAMANAGER_H_
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "Attribute.h"
+#include "KeptDefinitions.h"
+#include "ObjectClass.h"
+#include "QORAttribute.h"
+
+class SchemaLexan;
+
+// Holds the attribute types, object classes and storage definitions read from
+// the schema files of one directory, and which file each OID came from.
+// A migration reads the old installation and the new release, takes out of the
+// old one what the release has anyway, moves the rest into the new one and
+// writes that:
+//
+//   SchemaManager oldSchema("old/schema"), newSchema("new/schema");
+//   for (const char *file : {"V3.user.at", "V3.user.oc", ...}) {
+//     if (oldSchema.readFile(file) != 0 || newSchema.readFile(file) != 0) ...
+//   }
+//   oldSchema.readExcludedOids("excluded-oids");
+//   oldSchema.compSchemas(&newSchema);
+//   if (newSchema.mergeSchemas(&oldSchema) == 0) ...
+//   newSchema.writeFile("merged/schema", "V3.user.at");
+//
+// The files, and where the OIDs found in each are recorded (whatever kind of
+// definition they belong to):
+//
+//   V3.user.oc    V3.qor.oc    V3.system.oc    one set each
+//   V3.user.at    V3.qor.at    V3.system.at    one set each
+//   V3.modifiedschema                          a set
+//   V3.config.at  V3.config.oc                 nowhere; cannot be written
+//
+// Attribute types and object classes are filed under their first name in lower
+// case, storage definitions under their OID; these tables own the definitions.
+// Attribute types and object classes are also filed under their OID. A key that
+// is taken keeps its first definition, so that of two definitions with the same
+// first name the second can be reached only by its OID, if at all. Kept on
+// purpose: the manager never frees such a definition. Keys are compared byte by
+// byte.
+//
+// File operations return 0 for success; operations on two schemas, and
+// isExcluded(), return 1 for success or yes. Nothing is thrown but allocation
+// failures, after which a manager is fit for destruction.
+//
+// A manager belongs to one thread; two managers are independent, except while
+// an operation runs with both. Every operation on two schemas may be given the
+// same schema twice.
+class SchemaManager {
+ public:
+  // An empty schema. `workingDir` is the directory that readFile() reads from.
+  explicit SchemaManager(std::string workingDir);
+  ~SchemaManager();
+
+  SchemaManager(const SchemaManager &) = delete;
+  SchemaManager &operator=(const SchemaManager &) = delete;
+
+  // A copy of an attribute type. `key` is its first name in any case, or else
+  // its OID. The key must be present: the program is aborted, with a line on
+  // standard error, when it is not. So it is in the other lookups.
+  Attribute getAttr(std::string key);
+
+  // A copy of a storage definition, by its OID.
+  QORAttribute getQORAttr(std::string oid);
+
+  // A copy of an object class. `key` is its first name in lower case, or else
+  // its OID. Kept on purpose: unlike getAttr(), this does not lower the key.
+  ObjectClass getObjClass(std::string key);
+
+  // A copy of `s` in lower case (ASCII letters only).
+  std::string convert(std::string s);
+
+  // Reads the file `fileName` of the directory and adds its definitions.
+  // Returns 0 when the whole file was read; 1 when it cannot be opened, or when
+  // a definition does not parse or a section keyword is followed by neither "="
+  // nor "{", and then what came before stays added; 89 when the name is none of
+  // the nine.
+  //
+  // The file is a sequence of sections: "attributetypes", "objectclasses" or
+  // "QORAttributetypes", then "=" and a definition, or any number of
+  // definitions in braces. Everything else is skipped.
+  //
+  // Kept on purpose: a definition that fails to parse, has no OID in braces, or
+  // finds its keys taken is never freed; nor is the analyser of a file that was
+  // not read to its end. A definition whose parse never ends (see the classes)
+  // keeps this from returning: callers that read files of unknown origin check
+  // them first.
+  unsigned int readFile(std::string fileName);
+
+  // Writes the definitions recorded for the file `fileName` to a file of that
+  // name in the directory `dir`, as writeSetToFile() does. Returns what that
+  // returns, or 89 when the name is none of the seven that can be written.
+  unsigned int writeFile(std::string dir, std::string fileName);
+
+  // Writes the definitions of `oids` to the file `path`, in the order of the
+  // OIDs: the object class with the OID; else the attribute type with it and
+  // its storage definition; else nothing. A comment with a time stamp comes
+  // first, unless `oids` is empty. An existing file is replaced. Returns 1 when
+  // the file cannot be opened, and 0 otherwise.
+  //
+  // Kept on purpose: a failure to write or to close is not reported. A caller
+  // that must know reads the file back.
+  unsigned int writeSetToFile(std::set<std::string> oids, std::string path);
+
+  // Adds the OIDs in the file `path` to the excluded ones. Returns 0, or 1 when
+  // the file cannot be opened.
+  //
+  // The file holds words separated by white space. A word that contains "#"
+  // begins a comment: it and the rest of its line are ignored. Kept on purpose:
+  // a last word with nothing after it is ignored too, and a comment on a last
+  // line without a newline keeps this from returning.
+  unsigned int readExcludedOids(std::string path);
+
+  // 1 if exactly this OID is excluded, 0 otherwise.
+  unsigned int isExcluded(std::string oid);
+
+  // Removes the OID from the first set of a user, qor or system file that holds
+  // it, in the order V3.user.oc, V3.user.at, V3.qor.oc, V3.qor.at,
+  // V3.system.oc, V3.system.at. Returns 0, or 32 when none does.
+  unsigned int delOidFromFileSet(std::string oid);
+
+  // Takes out of this schema what `other` holds in the same form under the same
+  // key, and what is excluded. Returns 1. The parts do it for one kind each.
+  //
+  // Attribute types and object classes leave the table of names and their
+  // file's set of OIDs; they can still be reached by OID. Storage definitions
+  // leave their table, and their OID stays recorded. `other` is only read.
+  unsigned int compSchemas(SchemaManager *other);
+  unsigned int compAttrTables(SchemaManager *other);
+  unsigned int compQORAttrTables(SchemaManager *other);
+  unsigned int compObjTables(SchemaManager *other);
+
+  // Moves the definitions of `old` into this schema. The parts do it for one
+  // kind each. One that has the key of a definition here replaces it; another
+  // is added, and its OID is recorded for the same file as in `old`.
+  //
+  // Returns 1, and `old` has no definitions left but those that only their OID
+  // leads to. Returns 0 at the first definition to be added whose OID is
+  // recorded for no user, qor or system file of `old`; the definitions before
+  // it then stand in both schemas, and both schemas can be used and destroyed
+  // as always. When it throws, the definitions before have moved.
+  //
+  // A definition that has the name but not the OID of one here replaces it: the
+  // name and the OID of the one here leave the tables.
+  unsigned int mergeSchemas(SchemaManager *old);
+  unsigned int mergeAttrs(SchemaManager *old);
+  unsigned int mergeQORAttrs(SchemaManager *old);
+  unsigned int mergeObjClasses(SchemaManager *old);
+
+  // This schema's set of the kind of the first set of `old` that holds the OID,
+  // in the order of delOidFromFileSet(); null when none does. The set belongs
+  // to this schema.
+  std::set<std::string> *findOidInSet(SchemaManager *old, std::string oid);
+
+  // Read-only views of the tables: attribute types and object classes by first
+  // name in lower case and by OID, storage definitions by OID. The definitions
+  // belong to the manager; views and definitions are valid until it changes.
+  const std::map<std::string, Attribute *> &attributeTypes() const {
+    return m_attr_table;
+  }
+  const std::map<std::string, Attribute *> &attributeTypesByOid() const {
+    return m_attr_oid_table;
+  }
+  const std::map<std::string, ObjectClass *> &objectClasses() const {
+    return m_oc_table;
+  }
+  const std::map<std::string, ObjectClass *> &objectClassesByOid() const {
+    return m_oc_oid_table;
+  }
+  const std::map<std::string, QORAttribute *> &storageDefinitions() const {
+    return m_qor_attr_table;
+  }
+
+ private:
+  template <class Definition>
+  using Table = std::map<std::string, Definition *>;
+  using OidSet = std::set<std::string>;
+
+  // The files of a schema directory.
+  struct File;
+  static const File kFiles[];
+  static const File *findFile(const std::string &name);
+
+  // What differs between the three kinds of definitions, and what is done alike
+  // with each.
+  struct AttributeKind;
+  struct ObjectClassKind;
+  struct StorageKind;
+  template <class Kind>
+  class Merge;
+  template <class Kind>
+  bool readDefinition(OidSet *oids, bool inBraces);
+  template <class Kind>
+  unsigned int compTable(SchemaManager *other);
+  template <class Kind>
+  void disown(typename Table<typename Kind::Definition>::iterator entry);
+  template <class Definition>
+  void deleteOwned(Table<Definition> *table);
+
+  // The steps of readFile(): all sections of the file, the section behind
+  // `keyword`, one definition of it. False: parse error.
+  bool readSections(OidSet *oids);
+  bool readSection(int keyword, OidSet *oids);
+  bool readDefinition(int keyword, OidSet *oids, bool inBraces);
+
+  // isExcluded() and delOidFromFileSet() without the copy of the OID.
+  unsigned int findExcluded(const std::string &oid);
+  unsigned int removeFromFileSet(const std::string &oid);
+
+  SchemaLexan *m_lexan;  // of the latest readFile(); not owned; dangles after a
+                         // successful one
+  Table<Attribute> m_attr_table;         // by first name in lower case; owning
+  Table<ObjectClass> m_oc_table;         // by first name in lower case; owning
+  Table<QORAttribute> m_qor_attr_table;  // by OID; owning
+  Table<Attribute> m_attr_oid_table;     // by OID; not owning
+  Table<ObjectClass> m_oc_oid_table;     // by OID; not owning
+  std::string m_working_dir;             // as given to the constructor
+  OidSet m_user_at;                      // the OIDs of V3.user.at, and so on
+  OidSet m_user_oc;
+  OidSet m_qor_at;
+  OidSet m_qor_oc;
+  OidSet m_sys_at;
+  OidSet m_sys_oc;
+  OidSet m_mod_schema;     // the OIDs of V3.modifiedschema
+  OidSet m_excluded_oids;  // what readExcludedOids() has read
+
+  libschema::KeptDefinitions m_kept;  // owned besides the three tables
+};
+
+#endif  // LIBSCHEMA_SCHEMAMANAGER_H_

@@ -1,0 +1,116 @@
+#include "CSymbolTable.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iostream>
+#include <utility>
+
+CSymbolTable::CSymbolTable() = default;
+
+CSymbolTable::~CSymbolTable() = default;
+
+const CSymbolTable::Entry *CSymbolTable::find(int index) const {
+  if (index < 0 || static_cast<std::size_t>(index) >= m_entries.size()) {
+    return nullptr;
+  }
+  return &m_entries[static_cast<std::size_t>(index)];
+}
+
+int CSymbolTable::append(Entry entry) {
+  m_entries.push_back(std::move(entry));
+  return getTableSize() - 1;
+}
+
+int CSymbolTable::insertValue(std::string value, int token, bool keyword) {
+  return append({std::move(value), token, keyword});
+}
+
+int CSymbolTable::insertValue(char value, int token, bool keyword) {
+  return append({value, token, keyword});
+}
+
+int CSymbolTable::lookUpValue(std::string value) {
+  const auto found = std::find_if(
+      m_entries.begin(), m_entries.end(), [&value](const Entry &entry) {
+        const auto *text = std::get_if<std::string>(&entry.value);
+        return text != nullptr && *text == value;
+      });
+  return found == m_entries.end() ? -1
+                                  : static_cast<int>(found - m_entries.begin());
+}
+
+int CSymbolTable::getTokenValue(int index) {
+  const Entry *entry = find(index);
+  return entry == nullptr ? -1 : entry->token;
+}
+
+int CSymbolTable::getValue(int index, std::string &value) {
+  if (!isString(index)) {
+    return 1;
+  }
+  value = std::get<std::string>(find(index)->value);
+  return 0;
+}
+
+int CSymbolTable::getValue(int index, char &value) {
+  if (!isCharacter(index)) {
+    return 1;
+  }
+  value = std::get<char>(find(index)->value);
+  return 0;
+}
+
+bool CSymbolTable::isString(int index) {
+  const Entry *entry = find(index);
+  return entry != nullptr && std::holds_alternative<std::string>(entry->value);
+}
+
+bool CSymbolTable::isCharacter(int index) {
+  const Entry *entry = find(index);
+  return entry != nullptr && std::holds_alternative<char>(entry->value);
+}
+
+void CSymbolTable::removeValue(int index) {
+  if (find(index) != nullptr) {
+    m_entries.erase(m_entries.begin() + index);
+  }
+}
+
+int CSymbolTable::getTableSize() { return static_cast<int>(m_entries.size()); }
+
+int CSymbolTable::lookUp(int token, int from) {
+  for (int index = std::max(from, 0); index < getTableSize(); ++index) {
+    if (find(index)->token == token) {
+      return index;
+    }
+  }
+  return -1;
+}
+
+int CSymbolTable::clear(int /*index*/) {
+  m_entries.erase(
+      std::remove_if(m_entries.begin(), m_entries.end(),
+                     [](const Entry &entry) { return !entry.keyword; }),
+      m_entries.end());
+  return -1;
+}
+
+void CSymbolTable::dump(int indent, std::ofstream &out) {
+  write(out, std::string(static_cast<std::size_t>(std::max(indent, 0)), '\t'));
+}
+
+void CSymbolTable::tableDump(std::string name) {
+  std::cout << name << '\n';
+  write(std::cout, "");
+  std::cout.flush();
+}
+
+void CSymbolTable::write(std::ostream &out, const std::string &margin) const {
+  int index = 0;
+  for (const Entry &entry : m_entries) {
+    out << margin << index++ << ' ' << entry.token << ' ';
+    std::visit([&out](const auto &value) { out << '"' << value << '"'; },
+               entry.value);
+    out << (entry.keyword ? " keyword\n" : "\n");
+  }
+}
