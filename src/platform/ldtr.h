@@ -61,6 +61,6 @@ using ldtr_sink = void (*)(const ldtr_record &record, void *context);
 // them. The sink may itself write records and set the sink. When the call
 // returns, no thread is in the former sink any more, except the calling one
 // if it calls from there. `context` is not owned.
-void ldtr_set_sink(ldtr_sink sink, void *context);
+void ldtr_set_sink(ldtr_sink function, void *context);
 
 #endif  // PLATFORM_LDTR_H_

@@ -1,0 +1,134 @@
+#include "Apply.h"
+
+#include <algorithm>
+#include <iterator>
+#include <system_error>
+
+#include "Conflicts.h"
+#include "Inventory.h"
+#include "OutputDirectory.h"
+#include "ResultCheck.h"
+#include "SchemaManager.h"
+#include "Trouble.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Counts countEntries(const Inventory &inventory) {
+  Counts counts{};
+  for (const Entry &entry : inventory.entries()) {
+    ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
+  }
+  return counts;
+}
+
+// The inputs are never written to, so the result cannot lie in one.
+void requireOutside(const fs::path &out, const fs::path &input) {
+  const auto resolve = [](const fs::path &path) {
+    std::error_code ignored;
+    const fs::path resolved = fs::weakly_canonical(fs::absolute(path), ignored);
+    return resolved.has_filename() ? resolved : resolved.parent_path();
+  };
+  const fs::path inner = resolve(out);
+  const fs::path outer = resolve(input);
+  const auto ends =
+      std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
+  if (ends.first == outer.end()) {
+    throw Trouble(errorAt(out, 0,
+                          "expected a directory outside " + input.string() +
+                              ", found one inside"));
+  }
+}
+
+// Writes the files that the library can write, and copies the others from the
+// release.
+void writeFiles(const fs::path &directory, Schemas *schemas) {
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    const char *name = kSchemaFiles[file].name;
+    const fs::path path = directory / name;
+    std::error_code error;
+    if (kSchemaFiles[file].written) {
+      if (schemas->result()->writeFile(directory.string(), name) != 0) {
+        throw Trouble(errorAt(path, 0, "cannot open the file for writing"));
+      }
+    } else if (schemas->newFiles().hasFile(file)) {
+      fs::copy_file(schemas->newFiles().directory() / name, path, error);
+      if (error) {
+        throw Trouble(errorAt(path, 0, "cannot copy: " + error.message()));
+      }
+    }
+  }
+}
+
+// Warns of entries that a manager does not hold.
+void warnOfRepeats(const Inventory &files, std::vector<std::string> *warnings) {
+  for (const Entry &entry : files.entries()) {
+    if (entry.held()) {
+      continue;
+    }
+    std::string reason = "it has no OID";
+    if (!entry.dropped) {
+      const Entry &first = files.entries()[entry.shadowedBy];
+      reason = files.place(first) + " defines the same " +
+               (entry.kind == Kind::kStorage ? "OID" : "first name");
+    }
+    warnings->push_back(files.place(entry) + ": warning: " +
+                        Inventory::describe(entry) + " is ignored: " + reason);
+  }
+}
+
+// Throws Trouble with these lines, if there are any.
+void requireNone(const std::vector<std::string> &errors) {
+  if (errors.empty()) {
+    return;
+  }
+  std::string text;
+  for (const std::string &error : errors) {
+    text += error + '\n';
+  }
+  throw Trouble(text +
+                "nothing was written; to leave a definition of the old "
+                "installation out, list its OID in the file of excluded OIDs");
+}
+
+}  // namespace
+
+ApplyResult apply(const ApplyOptions &options) {
+  requireOutside(options.outDirectory, options.oldDirectory);
+  requireOutside(options.outDirectory, options.newDirectory);
+
+  Schemas schemas(options.oldDirectory, options.newDirectory);
+  if (options.excludedOids) {
+    schemas.readExcludedOids(*options.excludedOids);
+  }
+  schemas.compare();
+  requireNone(findConflicts(&schemas));
+  schemas.merge();
+
+  ApplyResult result;
+  result.oldRead = countEntries(schemas.oldFiles());
+  result.newRead = countEntries(schemas.newFiles());
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    result.inOld[file] = schemas.oldFiles().hasFile(file);
+    result.inNew[file] = schemas.newFiles().hasFile(file);
+  }
+  for (std::size_t i = 0; i < schemas.fates().size(); ++i) {
+    const Entry &entry = schemas.oldFiles().entries()[i];
+    Counts &counts = result.fates[static_cast<std::size_t>(schemas.fates()[i])];
+    ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
+  }
+  warnOfRepeats(schemas.oldFiles(), &result.warnings);
+  warnOfRepeats(schemas.newFiles(), &result.warnings);
+
+  OutputDirectory out(options.outDirectory);
+  writeFiles(out.working(), &schemas);
+  const Inventory written(out.working());
+  const Losses losses = findLosses(written, &schemas);
+  requireNone(losses.errors);
+  result.written = countEntries(written);
+  result.warnings.insert(result.warnings.end(), losses.warnings.begin(),
+                         losses.warnings.end());
+  out.commit();
+  return result;
+}

@@ -1,0 +1,47 @@
+// The migration of one schema directory.
+#ifndef SCHEMA_MIGRATE_APPLY_H_
+#define SCHEMA_MIGRATE_APPLY_H_
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "SchemaFiles.h"
+#include "Schemas.h"
+
+struct ApplyOptions {
+  std::filesystem::path oldDirectory;  // the old installation's schema
+  std::filesystem::path newDirectory;  // the new release's
+  std::filesystem::path outDirectory;  // where the result goes
+  std::optional<std::filesystem::path> excludedOids;
+};
+
+// Definitions of each kind in each file.
+using Counts = std::array<std::array<std::size_t, kKinds>, kSchemaFiles.size()>;
+
+struct ApplyResult {
+  // Of the old installation: the definitions read, and how many met each fate.
+  Counts oldRead{};
+  std::array<Counts, kFates> fates{};
+  // Of the release, and of the result.
+  Counts newRead{};
+  Counts written{};
+  // The files that each directory has.
+  std::array<bool, kSchemaFiles.size()> inOld{};
+  std::array<bool, kSchemaFiles.size()> inNew{};
+  // What the user should know, a line each: "FILE:LINE: warning: MESSAGE".
+  std::vector<std::string> warnings;
+};
+
+// Carries the old installation's schema into the release's and writes the
+// result: reads both, leaves out what is excluded or what the release has,
+// merges the rest, writes the files that the library can write, copies the
+// others from the release, and reads the result back to see that it holds what
+// it should. Throws Trouble when anything is wrong; the output directory is
+// then as it was before. The input directories are only read.
+ApplyResult apply(const ApplyOptions &options);
+
+#endif  // SCHEMA_MIGRATE_APPLY_H_

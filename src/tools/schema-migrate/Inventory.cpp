@@ -1,0 +1,180 @@
+#include "Inventory.h"
+
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include "Attribute.h"
+#include "GuardedLexan.h"
+#include "ObjectClass.h"
+#include "QORAttribute.h"
+#include "Trouble.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool beginsSection(int token) {
+  return token == TOK_ATTRIBUTETYPES || token == TOK_OBJECTCLASSES ||
+         token == TOK_QORATTRIBUTETYPES;
+}
+
+// Fills `entry` with what one definition holds. False when it does not parse.
+template <class Definition>
+bool parse(GuardedLexan *lexan, Kind kind, Entry *entry) {
+  Definition definition;
+  const bool complete = definition.parse(lexan) != 0;
+  entry->kind = kind;
+  entry->oid = definition.getOid();
+  entry->name = definition.getFirstName();
+  entry->key =
+      kind == Kind::kStorage ? entry->oid : definition.getFirstNameLower();
+  return complete;
+}
+
+bool parse(GuardedLexan *lexan, int keyword, Entry *entry) {
+  lexan->beginDefinition(keyword);
+  switch (keyword) {
+    case TOK_ATTRIBUTETYPES:
+      return parse<Attribute>(lexan, Kind::kAttributeType, entry);
+    case TOK_OBJECTCLASSES:
+      return parse<ObjectClass>(lexan, Kind::kObjectClass, entry);
+    default:
+      return parse<QORAttribute>(lexan, Kind::kStorage, entry);
+  }
+}
+
+}  // namespace
+
+void requireReadableFile(const fs::path &path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (error) {
+    throw Trouble(errorAt(path, 0, error.message()));
+  }
+  if (!fs::is_regular_file(status)) {
+    throw Trouble(
+        errorAt(path, 0, "expected a regular file, found something else"));
+  }
+  errno = 0;
+  std::ifstream in(path, std::ios::binary);
+  char buffer[1 << 16];
+  while (in.good()) {
+    in.read(buffer, sizeof buffer);
+  }
+  if (!in.eof()) {
+    throw Trouble(errorAt(
+        path, 0, "cannot read: " + std::generic_category().message(errno)));
+  }
+}
+
+Inventory::Inventory(fs::path directory) : m_directory(std::move(directory)) {
+  std::error_code error;
+  if (!fs::is_directory(m_directory, error)) {
+    throw Trouble(errorAt(m_directory, 0,
+                          error ? error.message() : "expected a directory"));
+  }
+  bool any = false;
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    const fs::path path = m_directory / kSchemaFiles[file].name;
+    m_present[file] =
+        fs::symlink_status(path, error).type() != fs::file_type::not_found;
+    if (m_present[file]) {
+      any = true;
+      requireReadableFile(path);
+      readFile(file);
+    }
+  }
+  if (!any) {
+    throw Trouble(errorAt(m_directory, 0,
+                          "expected schema files (V3.user.at and so on), found "
+                          "none"));
+  }
+}
+
+std::string Inventory::place(const Entry &entry) const {
+  return (m_directory / kSchemaFiles[entry.file].name).string() + ":" +
+         std::to_string(entry.line);
+}
+
+std::string Inventory::describe(const Entry &entry) {
+  std::string text = kindName(entry.kind);
+  if (!entry.name.empty()) {
+    text += " '" + entry.name + "'";
+  }
+  return text + " (" + entry.oid + ")";
+}
+
+// The loop of SchemaManager::readFile().
+void Inventory::readFile(std::size_t file) {
+  const char *name = kSchemaFiles[file].name;
+  const fs::path path = m_directory / name;
+  GuardedLexan lexan(m_directory.string(), name);
+  Entry entry{Kind::kAttributeType, file, 0, "", "", "", Entry::kNone, false};
+
+  const auto readDefinition = [&](int keyword, bool inBraces) {
+    entry.line = lexan.getLineNumber();
+    if (!parse(&lexan, keyword, &entry)) {
+      throw Trouble(errorAt(path, entry.line,
+                            "cannot read this definition to its ')'; look for "
+                            "a missing parenthesis, a quote too many or too "
+                            "few, or a character outside ASCII"));
+    }
+    entry.dropped = inBraces && entry.oid.empty();
+    add(entry);
+  };
+
+  try {
+    int token = lexan.lexan();
+    while (token != TOK_DONE) {
+      if (!beginsSection(token)) {
+        token = lexan.lexan();
+        continue;
+      }
+      const int opener = lexan.lexan();
+      if (opener == '=') {
+        readDefinition(token, false);
+      } else if (opener == '{') {
+        do {
+          readDefinition(token, true);
+        } while (lexan.getCurrentToken() != '}');
+      } else {
+        throw Trouble(errorAt(path, lexan.getLineNumber(),
+                              "expected '=' or '{' behind the keyword of a "
+                              "section"));
+      }
+      token = lexan.getCurrentToken();
+    }
+  } catch (const EndlessReading &endless) {
+    throw Trouble(errorAt(path, lexan.getLineNumber(),
+                          std::string("cannot read the definition that begins "
+                                      "on line ") +
+                              std::to_string(entry.line) + ": " +
+                              endless.what()));
+  }
+}
+
+void Inventory::add(Entry entry) {
+  if (!entry.dropped) {
+    const auto kind = static_cast<std::size_t>(entry.kind);
+    const std::size_t number = m_entries.size();
+    const auto [holder, isNew] = m_holders[kind].try_emplace(entry.key, number);
+    entry.shadowedBy = isNew ? Entry::kNone : holder->second;
+    m_firstWithOid[kind].try_emplace(entry.oid, number);
+  }
+  m_entries.push_back(std::move(entry));
+}
+
+const Entry *Inventory::find(const Index &index, const std::string &key) const {
+  const auto found = index.find(key);
+  return found == index.end() ? nullptr : &m_entries[found->second];
+}
+
+const Entry *Inventory::holder(Kind kind, const std::string &key) const {
+  return find(m_holders[static_cast<std::size_t>(kind)], key);
+}
+
+const Entry *Inventory::firstWithOid(Kind kind, const std::string &oid) const {
+  return find(m_firstWithOid[static_cast<std::size_t>(kind)], oid);
+}

@@ -1,0 +1,79 @@
+// What stands in the files of a schema directory, found out in a way that no
+// input can keep from ending.
+#ifndef SCHEMA_MIGRATE_INVENTORY_H_
+#define SCHEMA_MIGRATE_INVENTORY_H_
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "SchemaFiles.h"
+
+// A definition as the library reads it.
+struct Entry {
+  Kind kind;
+  std::size_t file;  // an index of kSchemaFiles
+  int line;          // on which it begins
+  std::string oid;
+  std::string name;  // the first name; empty for storage definitions
+  // What a manager files it under: the first name in lower case, or the OID.
+  std::string key;
+  // The entry that took the key before, an index of entries(); kNone if this
+  // one has it.
+  std::size_t shadowedBy;
+  // Whether a manager leaves it out for want of an OID.
+  bool dropped;
+
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  // Whether a manager's table holds it.
+  bool held() const { return !dropped && shadowedBy == kNone; }
+};
+
+// Reads the files of one directory, definition by definition, as
+// SchemaManager::readFile() does, through a scanner that stops a reading which
+// would never end. When it has been constructed, readFile() on each file that
+// is there ends and succeeds, as long as nobody changes the files.
+class Inventory {
+ public:
+  // Throws Trouble when `directory` is not a directory, holds none of the
+  // files, or holds one that is not a regular file, cannot be read, or does not
+  // parse.
+  explicit Inventory(std::filesystem::path directory);
+
+  const std::filesystem::path &directory() const { return m_directory; }
+  bool hasFile(std::size_t file) const { return m_present[file]; }
+  const std::vector<Entry> &entries() const { return m_entries; }
+
+  // The entry of this kind that a manager holds under `key`, or null.
+  const Entry *holder(Kind kind, const std::string &key) const;
+  // The first entry of this kind that has the OID, or null.
+  const Entry *firstWithOid(Kind kind, const std::string &oid) const;
+
+  // "FILE:LINE" of an entry.
+  std::string place(const Entry &entry) const;
+  // The entry in words: its kind, its first name in quotes, its OID in
+  // parentheses.
+  static std::string describe(const Entry &entry);
+
+ private:
+  void readFile(std::size_t file);
+  void add(Entry entry);
+
+  std::filesystem::path m_directory;
+  std::array<bool, kSchemaFiles.size()> m_present{};
+  std::vector<Entry> m_entries;  // in the order read
+  // The entry that has a key, and the first that has an OID, for each kind:
+  // indexes of m_entries.
+  using Index = std::map<std::string, std::size_t>;
+  const Entry *find(const Index &index, const std::string &key) const;
+  std::array<Index, kKinds> m_holders;
+  std::array<Index, kKinds> m_firstWithOid;
+};
+
+// Throws Trouble unless `path` is a regular file that can be read to its end.
+void requireReadableFile(const std::filesystem::path &path);
+
+#endif  // SCHEMA_MIGRATE_INVENTORY_H_

@@ -1,0 +1,98 @@
+#include "Report.h"
+
+#include <iomanip>
+#include <numeric>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kFileWidth = 18;
+constexpr int kKindWidth = 19;
+constexpr int kNumberWidth = 11;
+
+constexpr Kind kAllKinds[] = {Kind::kAttributeType, Kind::kObjectClass,
+                              Kind::kStorage};
+
+struct Column {
+  const char *heading;
+  const Counts *counts;
+};
+
+void printRow(const std::string &file, const std::string &kind,
+              const std::vector<std::string> &cells, std::ostream *out) {
+  *out << "  " << std::left << std::setw(kFileWidth) << file
+       << std::setw(kKindWidth) << kind << std::right;
+  for (const std::string &cell : cells) {
+    *out << std::setw(kNumberWidth) << cell;
+  }
+  *out << '\n';
+}
+
+// A row for each file and kind in which some column has a number, and the sums.
+void printTable(const std::vector<Column> &columns, std::ostream *out) {
+  std::vector<std::string> cells;
+  for (const Column &column : columns) {
+    cells.emplace_back(column.heading);
+  }
+  printRow("", "", cells, out);
+
+  std::vector<std::size_t> sums(columns.size());
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    std::string name = kSchemaFiles[file].name;
+    for (const Kind kind : kAllKinds) {
+      bool any = false;
+      for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::size_t number =
+            (*columns[i].counts)[file][static_cast<std::size_t>(kind)];
+        cells[i] = std::to_string(number);
+        sums[i] += number;
+        any = any || number != 0;
+      }
+      if (any) {
+        printRow(name, kindName(kind, true), cells, out);
+        name.clear();
+      }
+    }
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    cells[i] = std::to_string(sums[i]);
+  }
+  printRow("all", "", cells, out);
+}
+
+void printMissing(const std::array<bool, kSchemaFiles.size()> &present,
+                  std::ostream *out) {
+  std::string names;
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    if (!present[file]) {
+      names += std::string(" ") + kSchemaFiles[file].name;
+    }
+  }
+  if (!names.empty()) {
+    *out << "  not there:" << names << '\n';
+  }
+}
+
+}  // namespace
+
+void printReport(const ApplyOptions &options, const ApplyResult &result,
+                 std::ostream *out) {
+  const auto fate = [&result](Fate which) {
+    return &result.fates[static_cast<std::size_t>(which)];
+  };
+  *out << "old installation: " << options.oldDirectory.string() << '\n';
+  printMissing(result.inOld, out);
+  printTable({{"read", &result.oldRead},
+              {"identical", fate(Fate::kIdentical)},
+              {"excluded", fate(Fate::kExcluded)},
+              {"added", fate(Fate::kAdded)},
+              {"replaced", fate(Fate::kReplaced)},
+              {"ignored", fate(Fate::kRepeated)}},
+             out);
+  *out << "\nnew release: " << options.newDirectory.string() << '\n';
+  printMissing(result.inNew, out);
+  *out << "result: " << options.outDirectory.string() << '\n';
+  printTable({{"release", &result.newRead}, {"result", &result.written}}, out);
+}

@@ -1,0 +1,106 @@
+#include "ResultCheck.h"
+
+#include <map>
+
+#include "SchemaManager.h"
+
+namespace {
+
+bool equal(Attribute *a, const Attribute *b) { return a->attrsEqual(*b) != 0; }
+
+bool equal(ObjectClass *a, const ObjectClass *b) {
+  return a->objsEqual(*b) != 0;
+}
+
+bool equal(QORAttribute *a, const QORAttribute *b) {
+  return a->qorAttrsEqual(*b) != 0;
+}
+
+class Check {
+ public:
+  Check(const Inventory &written, Schemas *schemas)
+      : m_schemas(*schemas),
+        m_result(*schemas->result()),
+        m_readBack(written.directory().string()) {
+    readFiles(written, &m_readBack);
+  }
+
+  Losses run() {
+    compare(Kind::kAttributeType, m_result.attributeTypes(),
+            m_readBack.attributeTypes());
+    compare(Kind::kObjectClass, m_result.objectClasses(),
+            m_readBack.objectClasses());
+    compare(Kind::kStorage, m_result.storageDefinitions(),
+            m_readBack.storageDefinitions());
+    return m_losses;
+  }
+
+ private:
+  template <class Definition>
+  using Table = std::map<std::string, Definition *>;
+
+  template <class Definition>
+  void compare(Kind kind, const Table<Definition> &expected,
+               const Table<Definition> &found) {
+    for (const auto &[key, definition] : expected) {
+      const auto other = found.find(key);
+      if (other == found.end() || !equal(definition, other->second)) {
+        report(kind, key);
+      }
+    }
+  }
+
+  void report(Kind kind, const std::string &key) {
+    const Entry *entry = m_schemas.oldFiles().holder(kind, key);
+    if (entry != nullptr && m_schemas.isCarried(*entry)) {
+      m_losses.errors.push_back(line(m_schemas.oldFiles(), *entry, "error"));
+      return;
+    }
+    const Inventory &files = m_schemas.newFiles();
+    const Entry &own = *files.holder(kind, key);
+    if (lostAnyway(own)) {
+      m_losses.warnings.push_back(line(files, own, "warning"));
+    } else {
+      m_losses.errors.push_back(line(files, own, "error"));
+    }
+  }
+
+  static std::string line(const Inventory &files, const Entry &entry,
+                          const std::string &severity) {
+    return files.place(entry) + ": " + severity + ": " +
+           Inventory::describe(entry) +
+           " is not in the result as it stands here";
+  }
+
+  // Whether a release's entry would be lost without a migration, too: a file is
+  // written from the first definition of each OID, and a storage definition
+  // with its attribute type only.
+  bool lostAnyway(const Entry &entry) const {
+    const Inventory &files = m_schemas.newFiles();
+    const bool attribute =
+        files.firstWithOid(Kind::kAttributeType, entry.oid) != nullptr;
+    const bool objectClass =
+        files.firstWithOid(Kind::kObjectClass, entry.oid) != nullptr;
+    switch (entry.kind) {
+      case Kind::kStorage:
+        return !attribute || objectClass;
+      case Kind::kAttributeType:
+        return objectClass ||
+               files.firstWithOid(entry.kind, entry.oid) != &entry;
+      case Kind::kObjectClass:
+        break;
+    }
+    return files.firstWithOid(entry.kind, entry.oid) != &entry;
+  }
+
+  Schemas &m_schemas;
+  SchemaManager &m_result;
+  SchemaManager m_readBack;
+  Losses m_losses;
+};
+
+}  // namespace
+
+Losses findLosses(const Inventory &written, Schemas *schemas) {
+  return Check(written, schemas).run();
+}

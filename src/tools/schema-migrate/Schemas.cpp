@@ -1,0 +1,99 @@
+#include "Schemas.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "Trouble.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Whether the schema's table of the kind holds something under the key.
+bool holds(const SchemaManager &schema, const Entry &entry) {
+  switch (entry.kind) {
+    case Kind::kAttributeType:
+      return schema.attributeTypes().count(entry.key) != 0;
+    case Kind::kObjectClass:
+      return schema.objectClasses().count(entry.key) != 0;
+    case Kind::kStorage:
+      break;
+  }
+  return schema.storageDefinitions().count(entry.key) != 0;
+}
+
+}  // namespace
+
+void readFiles(const Inventory &inventory, SchemaManager *schema) {
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    const char *name = kSchemaFiles[file].name;
+    if (inventory.hasFile(file) && schema->readFile(name) != 0) {
+      throw Trouble(errorAt(inventory.directory() / name, 0,
+                            "cannot read the file; was it changed just now?"));
+    }
+  }
+}
+
+Schemas::Schemas(const fs::path &oldDirectory, const fs::path &newDirectory)
+    : m_oldFiles(oldDirectory),
+      m_newFiles(newDirectory),
+      m_oldSchema(oldDirectory.string()),
+      m_newSchema(newDirectory.string()) {
+  readFiles(m_oldFiles, &m_oldSchema);
+  readFiles(m_newFiles, &m_newSchema);
+}
+
+// The library ignores a last word that no newline follows, and never comes back
+// from a comment that no newline ends; neither may happen to a user unseen.
+void Schemas::readExcludedOids(const fs::path &list) {
+  requireReadableFile(list);
+  std::ifstream in(list, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(in), {}};
+  if (!text.empty() && text.back() != '\n') {
+    const auto lines = std::count(text.begin(), text.end(), '\n');
+    throw Trouble(errorAt(list, static_cast<int>(lines) + 1,
+                          "expected a newline at the end of the file, found "
+                          "none; the last word would be ignored"));
+  }
+  if (m_oldSchema.readExcludedOids(list.string()) != 0) {
+    throw Trouble(errorAt(list, 0, "cannot open the file"));
+  }
+}
+
+void Schemas::compare() {
+  if (m_oldSchema.compSchemas(&m_newSchema) == 0) {
+    throw Trouble("error: the comparison of the two schemas failed");
+  }
+  for (const Entry &entry : m_oldFiles.entries()) {
+    m_fates.push_back(fateOf(entry));
+  }
+}
+
+Fate Schemas::fateOf(const Entry &entry) {
+  if (!entry.held()) {
+    return Fate::kRepeated;
+  }
+  if (!holds(m_oldSchema, entry)) {
+    return m_oldSchema.isExcluded(entry.oid) != 0 ? Fate::kExcluded
+                                                  : Fate::kIdentical;
+  }
+  return holds(m_newSchema, entry) ? Fate::kReplaced : Fate::kAdded;
+}
+
+bool Schemas::isCarried(const Entry &entry) const {
+  const auto index =
+      static_cast<std::size_t>(&entry - m_oldFiles.entries().data());
+  return m_fates[index] == Fate::kAdded || m_fates[index] == Fate::kReplaced;
+}
+
+bool Schemas::canBeAdded(const Entry &entry) {
+  return m_newSchema.findOidInSet(&m_oldSchema, entry.oid) != nullptr;
+}
+
+void Schemas::merge() {
+  if (m_newSchema.mergeSchemas(&m_oldSchema) == 0) {
+    throw Trouble("error: the merge of the two schemas failed");
+  }
+}

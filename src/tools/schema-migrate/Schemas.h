@@ -1,0 +1,68 @@
+// The two schemas of a migration.
+#ifndef SCHEMA_MIGRATE_SCHEMAS_H_
+#define SCHEMA_MIGRATE_SCHEMAS_H_
+
+#include <cstddef>
+#include <filesystem>
+#include <vector>
+
+#include "Inventory.h"
+#include "SchemaManager.h"
+
+// What became of a definition of the old installation. Each has one fate.
+enum class Fate {
+  kIdentical,  // the release has it in the same form
+  kExcluded,   // its OID is excluded
+  kAdded,      // the release had none of that name or OID
+  kReplaced,   // took the place of the release's
+  kRepeated,   // another of the same name or OID came before it
+};
+
+constexpr std::size_t kFates = 5;
+
+// Reads the files of the inventory into `schema`, which is one for the same
+// directory. Throws Trouble when one has been changed so that it cannot be
+// read.
+void readFiles(const Inventory &inventory, SchemaManager *schema);
+
+// The old installation and the new release on their way through a migration.
+class Schemas {
+ public:
+  // Reads both directories. Throws Trouble where one cannot be read.
+  Schemas(const std::filesystem::path &oldDirectory,
+          const std::filesystem::path &newDirectory);
+
+  // The steps, once each and in this order; the first may be left out. Throw
+  // Trouble when they fail.
+  void readExcludedOids(const std::filesystem::path &list);
+  void compare();
+  void merge();
+
+  const Inventory &oldFiles() const { return m_oldFiles; }
+  const Inventory &newFiles() const { return m_newFiles; }
+
+  // The release's schema; after merge() it is the migration's result.
+  SchemaManager *result() { return &m_newSchema; }
+
+  // The fate of each of the old installation's entries; known after compare().
+  const std::vector<Fate> &fates() const { return m_fates; }
+
+  // Whether an entry of the old installation is, or will be, carried into the
+  // result; known after compare().
+  bool isCarried(const Entry &entry) const;
+
+  // Whether the merge can add an entry of the old installation that the release
+  // lacks; to be asked between compare() and merge().
+  bool canBeAdded(const Entry &entry);
+
+ private:
+  Fate fateOf(const Entry &entry);
+
+  Inventory m_oldFiles;
+  Inventory m_newFiles;
+  SchemaManager m_oldSchema;
+  SchemaManager m_newSchema;
+  std::vector<Fate> m_fates;
+};
+
+#endif  // SCHEMA_MIGRATE_SCHEMAS_H_

@@ -1,0 +1,25 @@
+// How the tool reports that it cannot go on.
+#ifndef SCHEMA_MIGRATE_TROUBLE_H_
+#define SCHEMA_MIGRATE_TROUBLE_H_
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+// Something is wrong with the input or the file system. what() is one or more
+// lines for the user, without a final newline; a line about a place in a file
+// reads "FILE:LINE: error: MESSAGE".
+class Trouble : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// "FILE: error: MESSAGE", or with the line if it is positive.
+inline std::string errorAt(const std::filesystem::path &file, int line,
+                           const std::string &message) {
+  const std::string where =
+      line > 0 ? file.string() + ":" + std::to_string(line) : file.string();
+  return where + ": error: " + message;
+}
+
+#endif  // SCHEMA_MIGRATE_TROUBLE_H_
