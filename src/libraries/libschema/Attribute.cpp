@@ -4,9 +4,9 @@
 #include <thread>
 #include <utility>
 
-#include "Definition.h"
 #include "SchemaLexan.h"
-#include "Trace.h"
+#include "internal/Definition.h"
+#include "internal/Trace.h"
 
 using libschema::appendField;
 using libschema::Function;

@@ -3,9 +3,9 @@
 #include <iostream>
 #include <utility>
 
-#include "Definition.h"
 #include "SchemaLexan.h"
-#include "Trace.h"
+#include "internal/Definition.h"
+#include "internal/Trace.h"
 
 using libschema::Function;
 using libschema::printField;

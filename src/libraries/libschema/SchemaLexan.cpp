@@ -3,8 +3,8 @@
 #include <string_view>
 #include <utility>
 
-#include "Character.h"
-#include "Trace.h"
+#include "internal/Character.h"
+#include "internal/Trace.h"
 
 using libschema::Function;
 using libschema::TraceScope;

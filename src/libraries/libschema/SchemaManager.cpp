@@ -8,11 +8,14 @@
 #include <utility>
 #include <vector>
 
-#include "Definition.h"
 #include "SchemaLexan.h"
-#include "Trace.h"
 #include "getCurrentTimeStamp.h"
+#include "internal/Definition.h"
+#include "internal/Kinds.h"
+#include "internal/Merge.h"
+#include "internal/Trace.h"
 
+using libschema::findIn;
 using libschema::Function;
 using libschema::kDebugLevel;
 using libschema::kTableWalk;
@@ -23,14 +26,6 @@ namespace {
 constexpr unsigned int kCannotOpenOrParse = 1;
 constexpr unsigned int kNoSuchOid = 32;
 constexpr unsigned int kNoSuchFile = 89;
-
-// The definition filed under `key`, or null.
-template <class Definition>
-Definition *findIn(const std::map<std::string, Definition *> &table,
-                   const std::string &key) {
-  const auto entry = table.find(key);
-  return entry == table.end() ? nullptr : entry->second;
-}
 
 // There is nothing to hand out for a key that is in no table, and an empty
 // definition would pass for one that was found.
@@ -74,6 +69,43 @@ bool readOidList(const std::string &path, std::set<std::string> *oids) {
   return true;
 }
 
+// `none` for an empty table; otherwise `heading` and the OID and the names of
+// each definition.
+template <class Definition>
+std::string report(const char *none, const char *heading,
+                   const std::map<std::string, Definition *> &table) {
+  if (table.empty()) {
+    return none;
+  }
+  std::string text = heading;
+  for (const auto &entry : table) {
+    text += entry.second->getOidAndName();
+  }
+  return text;
+}
+
+// Prints `header`, and the key and the fields of each definition.
+template <class Definition>
+void printTable(const char *header,
+                const std::map<std::string, Definition *> &table) {
+  std::cout << header;
+  for (const auto &entry : table) {
+    std::cout << '\n' << entry.first << '\t';
+    entry.second->dump();
+    std::cout << '\n';
+  }
+  std::cout << '\n';
+}
+
+// Prints `header` and the OIDs, one a line.
+void printOids(const char *header, const std::set<std::string> &oids) {
+  std::cout << header;
+  for (const std::string &oid : oids) {
+    std::cout << oid << '\n';
+  }
+  std::cout << '\n';
+}
+
 }  // namespace
 
 struct SchemaManager::File {
@@ -104,76 +136,6 @@ const SchemaManager::File *SchemaManager::findFile(const std::string &name) {
   return nullptr;
 }
 
-struct SchemaManager::AttributeKind {
-  using Definition = Attribute;
-  static constexpr Function kLookUp = Function::kManagerGetAttr;
-  static constexpr bool kComparisonUpdatesFileSets = true;
-
-  static Table<Attribute> &owning(SchemaManager *schema) {
-    return schema->m_attr_table;
-  }
-  static Table<Attribute> *byOid(SchemaManager *schema) {
-    return &schema->m_attr_oid_table;
-  }
-  static std::string key(Attribute *attribute) {
-    return attribute->getFirstNameLower();
-  }
-  static Attribute *find(SchemaManager *schema, const std::string &key) {
-    Attribute *named = findIn(schema->m_attr_table, libschema::lowerCase(key));
-    return named != nullptr ? named : findIn(schema->m_attr_oid_table, key);
-  }
-  static int equal(Attribute *mine, Attribute *theirs) {
-    return mine->attrsEqual(*theirs);
-  }
-};
-
-struct SchemaManager::ObjectClassKind {
-  using Definition = ObjectClass;
-  static constexpr Function kLookUp = Function::kManagerGetObjClass;
-  static constexpr bool kComparisonUpdatesFileSets = true;
-
-  static Table<ObjectClass> &owning(SchemaManager *schema) {
-    return schema->m_oc_table;
-  }
-  static Table<ObjectClass> *byOid(SchemaManager *schema) {
-    return &schema->m_oc_oid_table;
-  }
-  static std::string key(ObjectClass *objectClass) {
-    return objectClass->getFirstNameLower();
-  }
-  static ObjectClass *find(SchemaManager *schema, const std::string &key) {
-    ObjectClass *named = findIn(schema->m_oc_table, key);
-    return named != nullptr ? named : findIn(schema->m_oc_oid_table, key);
-  }
-  static int equal(ObjectClass *mine, ObjectClass *theirs) {
-    return mine->objsEqual(*theirs);
-  }
-};
-
-// There is one table: it owns, and its keys are OIDs. Kept on purpose: the OIDs
-// of storage definitions that a comparison removes stay recorded.
-struct SchemaManager::StorageKind {
-  using Definition = QORAttribute;
-  static constexpr Function kLookUp = Function::kManagerGetQORAttr;
-  static constexpr bool kComparisonUpdatesFileSets = false;
-
-  static Table<QORAttribute> &owning(SchemaManager *schema) {
-    return schema->m_qor_attr_table;
-  }
-  static Table<QORAttribute> *byOid(SchemaManager * /*schema*/) {
-    return nullptr;
-  }
-  static std::string key(QORAttribute *attribute) {
-    return attribute->getOid();
-  }
-  static QORAttribute *find(SchemaManager *schema, const std::string &key) {
-    return findIn(schema->m_qor_attr_table, key);
-  }
-  static int equal(QORAttribute *mine, QORAttribute *theirs) {
-    return mine->qorAttrsEqual(*theirs);
-  }
-};
-
 SchemaManager::SchemaManager(std::string workingDir)
     : m_lexan(nullptr), m_working_dir(std::move(workingDir)) {}
 
@@ -193,31 +155,27 @@ void SchemaManager::deleteOwned(Table<Definition> *table) {
   table->clear();
 }
 
-Attribute SchemaManager::getAttr(std::string key) {
-  TraceScope trace(AttributeKind::kLookUp);
-  const Attribute *found = AttributeKind::find(this, key);
+// The definition that a lookup finds. It is recorded as the lookup's.
+template <class Kind>
+typename Kind::Definition *SchemaManager::lookUp(const std::string &key) {
+  TraceScope trace(Kind::kLookUp);
+  auto *found = Kind::find(this, key);
   if (found == nullptr) {
-    abortLookUp("getAttr", key);
+    abortLookUp(Kind::kLookUpName, key);
   }
-  return *found;
+  return found;
+}
+
+Attribute SchemaManager::getAttr(std::string key) {
+  return *lookUp<AttributeKind>(key);
 }
 
 QORAttribute SchemaManager::getQORAttr(std::string oid) {
-  TraceScope trace(StorageKind::kLookUp);
-  const QORAttribute *found = StorageKind::find(this, oid);
-  if (found == nullptr) {
-    abortLookUp("getQORAttr", oid);
-  }
-  return *found;
+  return *lookUp<StorageKind>(oid);
 }
 
 ObjectClass SchemaManager::getObjClass(std::string key) {
-  TraceScope trace(ObjectClassKind::kLookUp);
-  const ObjectClass *found = ObjectClassKind::find(this, key);
-  if (found == nullptr) {
-    abortLookUp("getObjClass", key);
-  }
-  return *found;
+  return *lookUp<ObjectClassKind>(key);
 }
 
 std::string SchemaManager::convert(std::string s) {
@@ -417,6 +375,56 @@ unsigned int SchemaManager::removeFromFileSet(const std::string &oid) {
   return trace.result(kNoSuchOid);
 }
 
+unsigned int SchemaManager::modifySchema(std::string path) {
+  TraceScope trace(Function::kManagerModifySchema);
+  OidSet oids;
+  if (!readOidList(path, &oids)) {
+    if (trace.debugging()) {
+      trace.record().debug(kDebugLevel,
+                           "modifySchema: Unable to open file, %s, for "
+                           "reading.\n",
+                           path.c_str());
+    }
+    return trace.result(kCannotOpenOrParse);
+  }
+  for (const std::string &oid : oids) {
+    if (m_oc_oid_table.count(oid) != 0) {
+      withdraw<ObjectClassKind>(oid);
+    } else if (m_attr_oid_table.count(oid) != 0) {
+      withdraw<AttributeKind>(oid);
+    } else if (m_qor_attr_table.count(oid) != 0) {
+      disown<StorageKind>(m_qor_attr_table.find(oid));
+      removeFromModSch(oid);
+    }
+  }
+  return trace.result(0U);
+}
+
+// Takes the definition that its OID leads to out of the table of names.
+template <class Kind>
+void SchemaManager::withdraw(const std::string &oid) {
+  auto &table = Kind::owning(this);
+  const auto entry = table.find(Kind::key(lookUp<Kind>(oid)));
+  if (entry != table.end()) {
+    disown<Kind>(entry);
+  }
+  removeFromModSch(oid);
+}
+
+unsigned int SchemaManager::delOidFromModSch(std::string oid) {
+  return removeFromModSch(oid);
+}
+
+unsigned int SchemaManager::removeFromModSch(const std::string &oid) {
+  TraceScope trace(Function::kManagerDelOidFromModSch, kTableWalk);
+  return trace.result(m_mod_schema.erase(oid) != 0 ? 0U : kNoSuchOid);
+}
+
+unsigned int SchemaManager::isModFileEmpty() {
+  TraceScope trace(Function::kManagerIsModFileEmpty);
+  return trace.result(m_mod_schema.empty() ? 1U : 0U);
+}
+
 unsigned int SchemaManager::compSchemas(SchemaManager *other) {
   TraceScope trace(Function::kManagerCompSchemas);
   const bool done = compAttrTables(other) != 0 &&
@@ -487,161 +495,6 @@ void SchemaManager::disown(
   }
 }
 
-// The merge of one kind: what it has done so far, so that both schemas are
-// sound in whatever way it ends.
-template <class Kind>
-class SchemaManager::Merge {
- public:
-  Merge(SchemaManager *target, SchemaManager *source)
-      : m_target(target),
-        m_source(source),
-        m_targetTable(Kind::owning(target)),
-        m_sourceTable(Kind::owning(source)),
-        m_targetByOid(Kind::byOid(target)),
-        m_sourceByOid(Kind::byOid(source)) {}
-
-  // False when a definition could not be added.
-  bool run() {
-    bool complete = false;
-    try {
-      complete = walk();
-      if (!complete) {
-        share();
-      }
-    } catch (...) {
-      forgetUnentered();
-      releaseReplaced();
-      handOver();
-      throw;
-    }
-    releaseReplaced();
-    if (complete) {
-      handOver();
-    }
-    return complete;
-  }
-
- private:
-  using Definition = typename Kind::Definition;
-  using Entry = typename Table<Definition>::iterator;
-
-  bool walk() {
-    for (Entry entry = m_sourceTable.begin(); entry != m_sourceTable.end();
-         ++entry) {
-      Definition *definition = entry->second;
-      if (Definition *namesake = findIn(m_targetTable, entry->first)) {
-        remove(replacedBy(definition, namesake));
-      } else if (OidSet *oids =
-                     m_target->findOidInSet(m_source, definition->oid())) {
-        oids->insert(definition->oid());
-      } else {
-        return false;
-      }
-      m_walked.push_back(entry);
-      m_targetTable.try_emplace(entry->first, definition);
-      if (m_targetByOid != nullptr) {
-        m_targetByOid->try_emplace(definition->oid(), definition);
-      }
-    }
-    return true;
-  }
-
-  // The definition of the target that gives way to one that has the key of
-  // `namesake`: the one that is found by the OID, if that is the namesake's.
-  Definition *replacedBy(Definition *definition, Definition *namesake) {
-    if (m_targetByOid == nullptr || namesake->oid() != definition->oid()) {
-      return namesake;
-    }
-    TraceScope trace(Kind::kLookUp);
-    Definition *found = Kind::find(m_target, definition->oid());
-    return found != nullptr ? found : namesake;
-  }
-
-  // Takes what is filed under the keys of `replaced` out of the target. What
-  // leaves the owning table is kept until it is clear what still leads to it,
-  // unless the source owns it too.
-  void remove(Definition *replaced) {
-    std::string key = Kind::key(replaced);
-    if (m_targetByOid != nullptr) {
-      m_targetByOid->erase(replaced->oid());
-    }
-    const Entry entry = m_targetTable.find(key);
-    if (entry == m_targetTable.end()) {
-      return;
-    }
-    Definition *leaving = entry->second;
-    if (findIn(m_sourceTable, key) != leaving) {
-      m_target->m_kept.keep(leaving);
-    }
-    m_targetTable.erase(entry);
-    m_replaced.emplace_back(std::move(key), leaving);
-  }
-
-  // Whether the target's tables lead to a definition that has this key.
-  bool reached(const std::string &key, Definition *definition) const {
-    return findIn(m_targetTable, key) == definition ||
-           (m_targetByOid != nullptr &&
-            findIn(*m_targetByOid, definition->oid()) == definition);
-  }
-
-  // After a failure: what stands in both schemas belongs to both.
-  void share() {
-    for (const Entry &entry : m_walked) {
-      if (reached(entry->first, entry->second)) {
-        m_target->m_kept.share(entry->second, &m_source->m_kept);
-      }
-    }
-  }
-
-  // After an exception: the walk may have stopped before the last definition
-  // was entered.
-  void forgetUnentered() noexcept {
-    if (!m_walked.empty() &&
-        !reached(m_walked.back()->first, m_walked.back()->second)) {
-      m_walked.pop_back();
-    }
-  }
-
-  // Lets go of what the target does not hold any longer.
-  void releaseReplaced() noexcept {
-    for (const auto &[key, definition] : m_replaced) {
-      if (m_target->m_kept.contains(definition) && !reached(key, definition)) {
-        m_target->m_kept.drop(definition);
-      }
-    }
-  }
-
-  // Takes out of the source what was walked: it is the target's now, or, if the
-  // target does not hold it, nobody's.
-  void handOver() noexcept {
-    if (m_sourceByOid != nullptr) {
-      for (const Entry &entry : m_walked) {
-        m_sourceByOid->erase(entry->second->oid());
-      }
-    }
-    for (const Entry &entry : m_walked) {
-      Definition *definition = entry->second;
-      const bool taken = reached(entry->first, definition);
-      m_sourceTable.erase(entry);
-      if (taken) {
-        m_target->m_kept.takeOver(definition, &m_source->m_kept);
-      } else if (!m_source->m_kept.drop(definition)) {
-        delete definition;
-      }
-    }
-  }
-
-  SchemaManager *const m_target;
-  SchemaManager *const m_source;
-  Table<Definition> &m_targetTable;
-  Table<Definition> &m_sourceTable;
-  Table<Definition> *const m_targetByOid;  // null: this kind has none
-  Table<Definition> *const m_sourceByOid;
-  std::vector<Entry> m_walked;  // entries of the source's table
-  // What left the target's table, with its key.
-  std::vector<std::pair<std::string, Definition *>> m_replaced;
-};
-
 unsigned int SchemaManager::mergeSchemas(SchemaManager *old) {
   TraceScope trace(Function::kManagerMergeSchemas);
   const bool done = mergeAttrs(old) != 0 && mergeQORAttrs(old) != 0 &&
@@ -694,4 +547,128 @@ std::set<std::string> *SchemaManager::findOidInSet(SchemaManager *old,
                          oid.c_str());
   }
   return nullptr;
+}
+
+unsigned int SchemaManager::checkCollisions(SchemaManager *other) {
+  TraceScope trace(Function::kManagerCheckCollisions);
+  const bool done = checkObjClasses(other) != 0 && checkAttrs(other) != 0 &&
+                    checkQORAttrs(other) != 0;
+  return trace.result(done ? 1U : 0U);
+}
+
+unsigned int SchemaManager::checkObjClasses(SchemaManager *other) {
+  TraceScope trace(Function::kManagerCheckObjClasses, kTableWalk);
+  return trace.result(checkTable<ObjectClassKind>(other));
+}
+
+unsigned int SchemaManager::checkAttrs(SchemaManager *other) {
+  TraceScope trace(Function::kManagerCheckAttrs, kTableWalk);
+  return trace.result(checkTable<AttributeKind>(other));
+}
+
+unsigned int SchemaManager::checkQORAttrs(SchemaManager *other) {
+  TraceScope trace(Function::kManagerCheckQORAttrs, kTableWalk);
+  return trace.result(checkTable<StorageKind>(other));
+}
+
+// As in compTable(), the lookups are recorded and not made.
+template <class Kind>
+unsigned int SchemaManager::checkTable(SchemaManager *other) {
+  auto &mine = Kind::owning(this);
+  const auto &theirs = Kind::owning(other);
+
+  std::vector<decltype(mine.begin())> removals;  // the walk changes nothing
+  for (auto entry = mine.begin(); entry != mine.end(); ++entry) {
+    { TraceScope trace(Kind::kLookUp); }
+    if (theirs.count(entry->first) == 0 &&
+        !other->hasKey(entry->second->oid())) {
+      removals.push_back(entry);
+    }
+  }
+  for (const auto &entry : removals) {
+    disown<Kind>(entry);
+  }
+  return 1;
+}
+
+// Whether an owning table files something under `oid`. Kept on purpose: the
+// tables of attribute types and object classes are those of names, where an OID
+// is a key only if a definition has it for a name.
+bool SchemaManager::hasKey(const std::string &oid) const {
+  return m_oc_table.count(oid) != 0 || m_attr_table.count(oid) != 0 ||
+         m_qor_attr_table.count(oid) != 0;
+}
+
+std::string SchemaManager::getOcTable() {
+  TraceScope trace(Function::kManagerGetOcTable);
+  return report("No objectClasses definition collisions found.\n",
+                "The following objectClasses definition collisions found:\n",
+                m_oc_table);
+}
+
+// The heading differs from the others on purpose.
+std::string SchemaManager::getAttrTable() {
+  TraceScope trace(Function::kManagerGetAttrTable);
+  return report("No attributeTypes definition collisions found.\n",
+                "The following attributeTypes collisions found:\n",
+                m_attr_table);
+}
+
+std::string SchemaManager::getQORAttrTable() {
+  TraceScope trace(Function::kManagerGetQORAttrTable);
+  return report(
+      "No QORAttributeTypes definition collisions found.\n",
+      "The following QORAttributeTypes definition collisions found:\n",
+      m_qor_attr_table);
+}
+
+void SchemaManager::dumpAttrTable() {
+  TraceScope trace(Function::kManagerDumpAttrTable);
+  printTable("AttributeTable contains:\nKey\nValue\n", m_attr_table);
+}
+
+void SchemaManager::dumpQORAttrTable() {
+  TraceScope trace(Function::kManagerDumpQORAttrTable);
+  printTable("QORAttributeTable contains:\nKey\nValue\n", m_qor_attr_table);
+}
+
+// The tab between Key and Value is kept on purpose.
+void SchemaManager::dumpOcTable() {
+  TraceScope trace(Function::kManagerDumpOcTable);
+  printTable("ObjectClassTable contains:\nKey\tValue\n", m_oc_table);
+}
+
+void SchemaManager::dumpUserOc() {
+  TraceScope trace(Function::kManagerDumpUserOc);
+  printOids("OIDs from the V3.user.oc file\n", m_user_oc);
+}
+
+void SchemaManager::dumpUserAt() {
+  TraceScope trace(Function::kManagerDumpUserAt);
+  printOids("OIDs from the V3.user.at file\n", m_user_at);
+}
+
+void SchemaManager::dumpQorOc() {
+  TraceScope trace(Function::kManagerDumpQorOc);
+  printOids("OIDs from the V3.qor.oc file\n", m_qor_oc);
+}
+
+void SchemaManager::dumpQorAt() {
+  TraceScope trace(Function::kManagerDumpQorAt);
+  printOids("OIDs from the V3.qor.at file\n", m_qor_at);
+}
+
+void SchemaManager::dumpSysOc() {
+  TraceScope trace(Function::kManagerDumpSysOc);
+  printOids("OIDs from the V3.system.oc file\n", m_sys_oc);
+}
+
+void SchemaManager::dumpSysAt() {
+  TraceScope trace(Function::kManagerDumpSysAt);
+  printOids("OIDs from the V3.system.at file\n", m_sys_at);
+}
+
+void SchemaManager::dumpEOids() {
+  TraceScope trace(Function::kManagerDumpEOids);
+  printOids("excluded oids\n", m_excluded_oids);
 }

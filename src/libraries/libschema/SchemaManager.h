@@ -7,9 +7,9 @@
 #include <string>
 
 #include "Attribute.h"
-#include "KeptDefinitions.h"
 #include "ObjectClass.h"
 #include "QORAttribute.h"
+#include "internal/KeptDefinitions.h"
 
 class SchemaLexan;
 
@@ -157,6 +157,57 @@ class SchemaManager {
   // to this schema.
   std::set<std::string> *findOidInSet(SchemaManager *old, std::string oid);
 
+  // Leaves in this schema what collides with `other`, and takes everything else
+  // out of the tables; returns 1. The parts do it for one kind each. To be
+  // called on a schema that is not merged or written afterwards; the sets of
+  // OIDs and the tables by OID stay as they are. `other` is only read.
+  //
+  // A definition collides when `other` has one of its kind under the same first
+  // name, in any case, or any under its OID as the key. Kept on purpose: these
+  // keys are the first names of attribute types and object classes, and the
+  // OIDs of storage definitions only.
+  unsigned int checkCollisions(SchemaManager *other);
+  unsigned int checkObjClasses(SchemaManager *other);
+  unsigned int checkAttrs(SchemaManager *other);
+  unsigned int checkQORAttrs(SchemaManager *other);
+
+  // The text for the user after checkCollisions(): a heading and the OID and
+  // names of each definition in the table, or a line that says that there is
+  // none.
+  std::string getOcTable();
+  std::string getAttrTable();
+  std::string getQORAttrTable();
+
+  // Withdraws the definitions whose OIDs stand in the file `path`, which has
+  // the form of a list of excluded OIDs, with the same oddities. Returns 0, or
+  // 1 when the file cannot be opened.
+  //
+  // An OID withdraws the object class, or else the attribute type, or else the
+  // storage definition that has it, or nothing: the definition leaves its
+  // owning table, and the OID the set of V3.modifiedschema. Attribute types and
+  // object classes can still be reached by OID.
+  unsigned int modifySchema(std::string path);
+
+  // Removes the OID from the set of V3.modifiedschema. Returns 0, or 32 when it
+  // is not there.
+  unsigned int delOidFromModSch(std::string oid);
+
+  // 1 if the set of V3.modifiedschema is empty, 0 otherwise.
+  unsigned int isModFileEmpty();
+
+  // Print a table, with the fields of each definition, or a set of OIDs to
+  // standard output for diagnosis.
+  void dumpAttrTable();
+  void dumpQORAttrTable();
+  void dumpOcTable();
+  void dumpUserOc();
+  void dumpUserAt();
+  void dumpQorOc();
+  void dumpQorAt();
+  void dumpSysOc();
+  void dumpSysAt();
+  void dumpEOids();
+
   // Read-only views of the tables: attribute types and object classes by first
   // name in lower case and by OID, storage definitions by OID. The definitions
   // belong to the manager; views and definitions are valid until it changes.
@@ -198,6 +249,13 @@ class SchemaManager {
   template <class Kind>
   unsigned int compTable(SchemaManager *other);
   template <class Kind>
+  unsigned int checkTable(SchemaManager *other);
+  bool hasKey(const std::string &oid) const;
+  template <class Kind>
+  typename Kind::Definition *lookUp(const std::string &key);
+  template <class Kind>
+  void withdraw(const std::string &oid);
+  template <class Kind>
   void disown(typename Table<typename Kind::Definition>::iterator entry);
   template <class Definition>
   void deleteOwned(Table<Definition> *table);
@@ -208,9 +266,11 @@ class SchemaManager {
   bool readSection(int keyword, OidSet *oids);
   bool readDefinition(int keyword, OidSet *oids, bool inBraces);
 
-  // isExcluded() and delOidFromFileSet() without the copy of the OID.
+  // isExcluded(), delOidFromFileSet() and delOidFromModSch() without the copy
+  // of the OID.
   unsigned int findExcluded(const std::string &oid);
   unsigned int removeFromFileSet(const std::string &oid);
+  unsigned int removeFromModSch(const std::string &oid);
 
   SchemaLexan *m_lexan;  // of the latest readFile(); not owned; dangles after a
                          // successful one

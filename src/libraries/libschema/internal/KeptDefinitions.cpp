@@ -1,4 +1,4 @@
-#include "KeptDefinitions.h"
+#include "internal/KeptDefinitions.h"
 
 #include "QORSchema.h"
 

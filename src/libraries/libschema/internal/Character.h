@@ -1,7 +1,7 @@
 // Character classes and case as in the C locale, whatever setlocale() says.
-// Bytes of 128 or more belong to no class. Internal.
-#ifndef LIBSCHEMA_CHARACTER_H_
-#define LIBSCHEMA_CHARACTER_H_
+// Bytes of 128 or more belong to no class.
+#ifndef LIBSCHEMA_INTERNAL_CHARACTER_H_
+#define LIBSCHEMA_INTERNAL_CHARACTER_H_
 
 namespace libschema {
 
@@ -22,4 +22,4 @@ inline bool isPunctuation(char c) {
 
 }  // namespace libschema
 
-#endif  // LIBSCHEMA_CHARACTER_H_
+#endif  // LIBSCHEMA_INTERNAL_CHARACTER_H_

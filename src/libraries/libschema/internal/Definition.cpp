@@ -1,11 +1,11 @@
-#include "Definition.h"
+#include "internal/Definition.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
 
-#include "Character.h"
 #include "SchemaLexan.h"
+#include "internal/Character.h"
 
 namespace libschema {
 

@@ -1,6 +1,6 @@
-// What the classes of definitions do alike. Internal.
-#ifndef LIBSCHEMA_DEFINITION_H_
-#define LIBSCHEMA_DEFINITION_H_
+// What the classes of definitions do alike.
+#ifndef LIBSCHEMA_INTERNAL_DEFINITION_H_
+#define LIBSCHEMA_INTERNAL_DEFINITION_H_
 
 #include <fstream>
 #include <string>
@@ -57,4 +57,4 @@ void printField(const char *label, const std::vector<std::string> &elements);
 
 }  // namespace libschema
 
-#endif  // LIBSCHEMA_DEFINITION_H_
+#endif  // LIBSCHEMA_INTERNAL_DEFINITION_H_

@@ -1,7 +1,6 @@
 // The definitions of a schema that its owning tables do not account for.
-// Internal.
-#ifndef LIBSCHEMA_KEPTDEFINITIONS_H_
-#define LIBSCHEMA_KEPTDEFINITIONS_H_
+#ifndef LIBSCHEMA_INTERNAL_KEPTDEFINITIONS_H_
+#define LIBSCHEMA_INTERNAL_KEPTDEFINITIONS_H_
 
 #include <map>
 #include <memory>
@@ -43,4 +42,4 @@ class KeptDefinitions {
 
 }  // namespace libschema
 
-#endif  // LIBSCHEMA_KEPTDEFINITIONS_H_
+#endif  // LIBSCHEMA_INTERNAL_KEPTDEFINITIONS_H_

@@ -1,6 +1,6 @@
-// Tracing of the library's operations. Internal.
-#ifndef LIBSCHEMA_TRACE_H_
-#define LIBSCHEMA_TRACE_H_
+// Tracing of the library's operations.
+#ifndef LIBSCHEMA_INTERNAL_TRACE_H_
+#define LIBSCHEMA_INTERNAL_TRACE_H_
 
 #include "ldtr.h"
 
@@ -35,9 +35,18 @@ enum class Function : unsigned int {
   kLexanGetWorkingDir = 0x53040A00,
   kLexanFileIsOpen = 0x53040B00,
 
+  kManagerDumpAttrTable = 0x53050100,
+  kManagerDumpQORAttrTable = 0x53050200,
+  kManagerDumpOcTable = 0x53050300,
   kManagerGetAttr = 0x53050400,
   kManagerGetQORAttr = 0x53050500,
   kManagerGetObjClass = 0x53050600,
+  kManagerDumpUserOc = 0x53050700,
+  kManagerDumpUserAt = 0x53050800,
+  kManagerDumpQorOc = 0x53050900,
+  kManagerDumpQorAt = 0x53050A00,
+  kManagerDumpSysOc = 0x53050B00,
+  kManagerDumpSysAt = 0x53050C00,
   kManagerCompObjTables = 0x53050D00,
   kManagerCompAttrTables = 0x53050E00,
   kManagerCompQORAttrTables = 0x53050F00,
@@ -51,8 +60,19 @@ enum class Function : unsigned int {
   kManagerMergeQORAttrs = 0x53051700,
   kManagerMergeObjClasses = 0x53051800,
   kManagerFindOidInSet = 0x53051900,
+  kManagerDumpEOids = 0x53051A00,
   kManagerCompSchemas = 0x53051B00,
+  kManagerCheckCollisions = 0x53051C00,
+  kManagerModifySchema = 0x53051D00,
   kManagerIsExcluded = 0x53051E00,
+  kManagerDelOidFromModSch = 0x53051F00,
+  kManagerCheckObjClasses = 0x53052000,
+  kManagerCheckAttrs = 0x53052100,
+  kManagerCheckQORAttrs = 0x53052200,
+  kManagerGetOcTable = 0x53052300,
+  kManagerGetQORAttrTable = 0x53052400,
+  kManagerGetAttrTable = 0x53052500,
+  kManagerIsModFileEmpty = 0x53052600,
 };
 
 // What the records of a class of operations carry, and the bits of trcEvents
@@ -128,4 +148,4 @@ class TraceScope {
 
 }  // namespace libschema
 
-#endif  // LIBSCHEMA_TRACE_H_
+#endif  // LIBSCHEMA_INTERNAL_TRACE_H_
