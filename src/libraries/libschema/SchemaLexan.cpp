@@ -1,5 +1,7 @@
 #include "SchemaLexan.h"
 
+#include <array>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -24,24 +26,66 @@ constexpr Alias kAliases[] = {
     {"QORattributeTypes", "QORAttributetypes"},
 };
 
-bool isNumberCharacter(char c) { return libschema::isDigit(c) || c == '.'; }
+// What a character can be part of, as bits.
+enum : unsigned char {
+  kNumber = 1,     // goes on with a number
+  kWordStart = 2,  // begins a word or a quoted string
+  kWord = 4,       // goes on with a word
+  kQuoted = 8,     // goes on with a quoted string
+};
 
-bool startsWord(char c) {
-  return libschema::isLetter(c) || c == '\'' || c == '-';
+constexpr unsigned char rolesOf(char c) {
+  using namespace libschema;
+  unsigned char roles = 0;
+  if (isDigit(c) || c == '.') {
+    roles |= kNumber;
+  }
+  if (isLetter(c) || c == '\'' || c == '-') {
+    roles |= kWordStart;
+  }
+  // The tab is kept on purpose: it goes on with an unquoted word.
+  if (isLetter(c) || isDigit(c) || c == '_' || c == '-' || c == '\t') {
+    roles |= kWord | kQuoted;
+  }
+  if (c == ' ' || (isPunctuation(c) && c != '\'')) {
+    roles |= kQuoted;
+  }
+  return roles;
 }
 
-// The tab is kept on purpose: it goes on with an unquoted word.
-bool isWordCharacter(char c) {
-  return libschema::isLetter(c) || libschema::isDigit(c) || c == '_' ||
-         c == '-' || c == '\t';
-}
+constexpr std::array<unsigned char, 256> kRoles = [] {
+  std::array<unsigned char, 256> roles{};
+  for (std::size_t byte = 0; byte < roles.size(); ++byte) {
+    roles[byte] = rolesOf(static_cast<char>(byte));
+  }
+  return roles;
+}();
 
-bool isQuotedCharacter(char c) {
-  return isWordCharacter(c) || c == ' ' ||
-         (libschema::isPunctuation(c) && c != '\'');
+bool is(unsigned char role, char c) {
+  return (kRoles[static_cast<unsigned char>(c)] & role) != 0;
 }
 
 }  // namespace
+
+// Takes the character straight from the stream's buffer, and keeps the stream's
+// state as an extraction through the stream would.
+inline bool SchemaLexan::readCharacter(char &c) {
+  using Traits = std::ifstream::traits_type;
+  if (!m_infile.good()) {
+    return false;
+  }
+  try {
+    const Traits::int_type next = m_infile.rdbuf()->sbumpc();
+    if (!Traits::eq_int_type(next, Traits::eof())) {
+      c = Traits::to_char_type(next);
+      return true;
+    }
+    m_infile.setstate(std::ios::eofbit | std::ios::failbit);
+  } catch (const std::ios::failure &) {  // the read failed
+    m_infile.setstate(std::ios::badbit);
+  }
+  return false;
+}
 
 SchemaLexan::SchemaLexan(std::string workingDir, std::string fileName)
     : m_symtable(nullptr),
@@ -106,7 +150,7 @@ int SchemaLexan::lexan() {
   if (isValidCharacter(c) && libschema::isDigit(c)) {
     return trace.result(scanNumber(c));
   }
-  if (isValidCharacter(c) && startsWord(c)) {
+  if (isValidCharacter(c) && is(kWordStart, c)) {
     return trace.result(scanWord(c));
   }
   return trace.result(scanCharacter(c));
@@ -187,26 +231,6 @@ bool SchemaLexan::isValidCharacter(char c) {
   return static_cast<unsigned char>(c) < 128;
 }
 
-// Takes the character straight from the stream's buffer, and keeps the stream's
-// state as an extraction through the stream would.
-bool SchemaLexan::readCharacter(char &c) {
-  using Traits = std::ifstream::traits_type;
-  if (!m_infile.good()) {
-    return false;
-  }
-  try {
-    const Traits::int_type next = m_infile.rdbuf()->sbumpc();
-    if (!Traits::eq_int_type(next, Traits::eof())) {
-      c = Traits::to_char_type(next);
-      return true;
-    }
-    m_infile.setstate(std::ios::eofbit | std::ios::failbit);
-  } catch (const std::ios::failure &) {  // the read failed
-    m_infile.setstate(std::ios::badbit);
-  }
-  return false;
-}
-
 void SchemaLexan::putBack() {
   if (m_infile.good()) {
     m_infile.rdbuf()->sungetc();
@@ -233,7 +257,7 @@ int SchemaLexan::scanNumber(char c) {
   m_word.clear();
   do {
     m_word += c;
-  } while (readCharacter(c) && isNumberCharacter(c));
+  } while (readCharacter(c) && is(kNumber, c));
   while (c == ' ' && readCharacter(c)) {
   }
   const int token = c == '{' ? scanLength(c) : TOK_NUMBER;
@@ -267,7 +291,7 @@ int SchemaLexan::scanWord(char c) {
   m_word.clear();
   if (c == '\'') {
     bool more = readCharacter(c);
-    while (more && isQuotedCharacter(c)) {
+    while (more && is(kQuoted, c)) {
       m_word += c;
       more = readCharacter(c);
     }
@@ -275,7 +299,7 @@ int SchemaLexan::scanWord(char c) {
   } else {
     do {
       m_word += c;
-    } while (readCharacter(c) && isWordCharacter(c));
+    } while (readCharacter(c) && is(kWord, c));
   }
   if (m_infile.eof()) {
     return TOK_DONE;

@@ -5,18 +5,18 @@
 
 namespace libschema {
 
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-inline bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
 
 inline char toLower(char c) {
   return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-inline bool isLetter(char c) { return isUpper(c) || (c >= 'a' && c <= 'z'); }
+constexpr bool isLetter(char c) { return isUpper(c) || (c >= 'a' && c <= 'z'); }
 
 // Printable, and neither a letter, a digit nor a blank.
-inline bool isPunctuation(char c) {
+constexpr bool isPunctuation(char c) {
   return c > ' ' && c < 0x7F && !isLetter(c) && !isDigit(c);
 }
 
