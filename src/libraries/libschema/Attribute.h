@@ -67,6 +67,16 @@ class Attribute : public QORSchema {
   // and two newlines.
   std::string getOidAndName();
 
+  // The fields without a copy, as in QORSchema.
+  const std::string &equality() const { return m_equality; }
+  const std::string &ordering() const { return m_ordering; }
+  const std::string &substr() const { return m_substr; }
+  const std::string &syntax() const { return m_syntax; }
+  const std::string &usage() const { return m_usage; }
+  bool isSingleValue() const { return m_singlevalue != 1; }
+  bool isCollective() const { return m_collective; }
+  bool isUserModifiable() const { return m_usermodification; }
+
  protected:
   std::string m_equality;  // a numeric OID, as ordering and substr; or empty
   std::string m_usage;     // as read, not checked

@@ -66,6 +66,16 @@ class ObjectClass : public QORSchema {
   // and two newlines.
   std::string getOidAndName();
 
+  // The fields without a copy, as in QORSchema. The kind of the class is
+  // TOK_STRUCTURAL, TOK_AUXILIARY or TOK_ABSTRACT.
+  std::int32_t structuralType() const { return m_structuraltype; }
+  const std::vector<std::string> &requiredAttributes() const {
+    return m_reqattrs;
+  }
+  const std::vector<std::string> &optionalAttributes() const {
+    return m_optattrs;
+  }
+
  private:
   // TOK_STRUCTURAL, TOK_AUXILIARY or TOK_ABSTRACT.
   std::int32_t m_structuraltype;

@@ -52,6 +52,16 @@ class QORAttribute : public Attribute {
   std::string convert(std::string s);
   std::string getOidAndName();
 
+  // The fields without a copy, as in QORSchema. A length that was not given is
+  // "0".
+  const std::vector<std::string> &columnNames() const { return m_dbnames; }
+  const std::string &accessClass() const { return m_accessclass; }
+  const std::string &length() const { return m_length; }
+  bool hasEquality() const { return m_equalityflag; }
+  bool hasOrdering() const { return m_orderingflag; }
+  bool hasSubstr() const { return m_substrflag; }
+  bool hasApprox() const { return m_approxflag; }
+
  private:
   std::vector<std::string> m_dbnames;  // the column names, in the order read
   std::string m_accessclass;           // empty: not given

@@ -46,9 +46,13 @@ class QORSchema {
   // classes.
   virtual std::string getFirstNameLower() = 0;
 
-  // What getOid() and getNames() copy. Valid as long as the object.
+  // The fields without a copy, for reading; valid as long as the object. Texts
+  // are empty and lists have no element where the definition has no such field.
   const std::string &oid() const { return m_oid; }
   const std::vector<std::string> &names() const { return m_names; }
+  const std::string &description() const { return m_description; }
+  const std::vector<std::string> &superiors() const { return m_superior; }
+  bool isObsolete() const { return m_obsolete; }
 
  protected:
   QORSchema() = default;

@@ -49,7 +49,7 @@ void writeFiles(const fs::path &directory, Schemas *schemas) {
     const fs::path path = directory / name;
     std::error_code error;
     if (kSchemaFiles[file].written) {
-      if (schemas->result()->writeFile(directory.string(), name) != 0) {
+      if (schemas->newSchema()->writeFile(directory.string(), name) != 0) {
         throw Trouble(errorAt(path, 0, "cannot open the file for writing"));
       }
     } else if (schemas->newFiles().hasFile(file)) {
@@ -58,23 +58,6 @@ void writeFiles(const fs::path &directory, Schemas *schemas) {
         throw Trouble(errorAt(path, 0, "cannot copy: " + error.message()));
       }
     }
-  }
-}
-
-// Warns of entries that a manager does not hold.
-void warnOfRepeats(const Inventory &files, std::vector<std::string> *warnings) {
-  for (const Entry &entry : files.entries()) {
-    if (entry.held()) {
-      continue;
-    }
-    std::string reason = "it has no OID";
-    if (!entry.dropped) {
-      const Entry &first = files.entries()[entry.shadowedBy];
-      reason = files.place(first) + " defines the same " +
-               (entry.kind == Kind::kStorage ? "OID" : "first name");
-    }
-    warnings->push_back(files.place(entry) + ": warning: " +
-                        Inventory::describe(entry) + " is ignored: " + reason);
   }
 }
 
@@ -105,8 +88,12 @@ ApplyResult apply(const ApplyOptions &options) {
   schemas.compare();
   requireNone(findConflicts(&schemas));
   schemas.merge();
+  if (options.modifiedOids) {
+    schemas.withdraw(*options.modifiedOids);
+  }
 
   ApplyResult result;
+  result.withdrawals = schemas.withdrawals();
   result.oldRead = countEntries(schemas.oldFiles());
   result.newRead = countEntries(schemas.newFiles());
   for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
@@ -118,8 +105,11 @@ ApplyResult apply(const ApplyOptions &options) {
     Counts &counts = result.fates[static_cast<std::size_t>(schemas.fates()[i])];
     ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
   }
-  warnOfRepeats(schemas.oldFiles(), &result.warnings);
-  warnOfRepeats(schemas.newFiles(), &result.warnings);
+  for (const Inventory *files : {&schemas.oldFiles(), &schemas.newFiles()}) {
+    const std::vector<std::string> ignored = files->ignoredEntries();
+    result.warnings.insert(result.warnings.end(), ignored.begin(),
+                           ignored.end());
+  }
 
   OutputDirectory out(options.outDirectory);
   writeFiles(out.working(), &schemas);

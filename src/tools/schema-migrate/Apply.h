@@ -17,6 +17,7 @@ struct ApplyOptions {
   std::filesystem::path newDirectory;  // the new release's
   std::filesystem::path outDirectory;  // where the result goes
   std::optional<std::filesystem::path> excludedOids;
+  std::optional<std::filesystem::path> modifiedOids;
 };
 
 // Definitions of each kind in each file.
@@ -32,16 +33,19 @@ struct ApplyResult {
   // The files that each directory has.
   std::array<bool, kSchemaFiles.size()> inOld{};
   std::array<bool, kSchemaFiles.size()> inNew{};
+  // What became of the OIDs of the list of modified ones.
+  std::vector<Withdrawal> withdrawals;
   // What the user should know, a line each: "FILE:LINE: warning: MESSAGE".
   std::vector<std::string> warnings;
 };
 
 // Carries the old installation's schema into the release's and writes the
 // result: reads both, leaves out what is excluded or what the release has,
-// merges the rest, writes the files that the library can write, copies the
-// others from the release, and reads the result back to see that it holds what
-// it should. Throws Trouble when anything is wrong; the output directory is
-// then as it was before. The input directories are only read.
+// merges the rest, withdraws what is modified, writes the files that the
+// library can write, copies the others from the release, and reads the result
+// back to see that it holds what it should. Throws Trouble when anything is
+// wrong; the output directory is then as it was before. The input directories
+// are only read.
 ApplyResult apply(const ApplyOptions &options);
 
 #endif  // SCHEMA_MIGRATE_APPLY_H_

@@ -31,9 +31,8 @@ class Conflicts {
       }
       const std::string reason = reasonAgainst(entry);
       if (!reason.empty()) {
-        lines.push_back(m_oldFiles.place(entry) +
-                        ": error: " + Inventory::describe(entry) +
-                        " cannot be carried: " + reason);
+        lines.push_back(m_oldFiles.place(entry) + ": error: " +
+                        describe(entry) + " cannot be carried: " + reason);
       }
     }
     return lines;
@@ -91,7 +90,7 @@ class Conflicts {
   }
 
   static std::string atPlace(const Inventory &files, const Entry &entry) {
-    return files.place(entry) + ", " + Inventory::describe(entry);
+    return files.place(entry) + ", " + describe(entry);
   }
 
   Schemas &m_schemas;

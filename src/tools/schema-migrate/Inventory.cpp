@@ -10,6 +10,7 @@
 #include "ObjectClass.h"
 #include "QORAttribute.h"
 #include "Trouble.h"
+#include "ldtr.h"
 
 namespace fs = std::filesystem;
 
@@ -45,6 +46,19 @@ bool parse(GuardedLexan *lexan, int keyword, Entry *entry) {
   }
 }
 
+// Keeps the readings of an inventory out of a trace, which is to show what the
+// library does for its caller.
+class Untraced {
+ public:
+  Untraced() : m_events(trcEvents) { trcEvents = 0; }
+  ~Untraced() { trcEvents = m_events; }
+  Untraced(const Untraced &) = delete;
+  Untraced &operator=(const Untraced &) = delete;
+
+ private:
+  const unsigned int m_events;
+};
+
 }  // namespace
 
 void requireReadableFile(const fs::path &path) {
@@ -70,6 +84,7 @@ void requireReadableFile(const fs::path &path) {
 }
 
 Inventory::Inventory(fs::path directory) : m_directory(std::move(directory)) {
+  const Untraced untraced;
   std::error_code error;
   if (!fs::is_directory(m_directory, error)) {
     throw Trouble(errorAt(m_directory, 0,
@@ -98,12 +113,31 @@ std::string Inventory::place(const Entry &entry) const {
          std::to_string(entry.line);
 }
 
-std::string Inventory::describe(const Entry &entry) {
-  std::string text = kindName(entry.kind);
-  if (!entry.name.empty()) {
-    text += " '" + entry.name + "'";
+std::string describe(Kind kind, const std::string &name,
+                     const std::string &oid) {
+  return std::string(kindName(kind)) + (name.empty() ? "" : " '" + name + "'") +
+         " (" + oid + ")";
+}
+
+std::string describe(const Entry &entry) {
+  return describe(entry.kind, entry.name, entry.oid);
+}
+
+std::vector<std::string> Inventory::ignoredEntries() const {
+  std::vector<std::string> lines;
+  for (const Entry &entry : m_entries) {
+    if (entry.held()) {
+      continue;
+    }
+    std::string reason = "it has no OID";
+    if (!entry.dropped) {
+      reason = place(m_entries[entry.shadowedBy]) + " defines the same " +
+               (entry.kind == Kind::kStorage ? "OID" : "first name");
+    }
+    lines.push_back(place(entry) + ": warning: " + describe(entry) +
+                    " is ignored: " + reason);
   }
-  return text + " (" + entry.oid + ")";
+  return lines;
 }
 
 // The loop of SchemaManager::readFile().

@@ -32,6 +32,12 @@ struct Entry {
   bool held() const { return !dropped && shadowedBy == kNone; }
 };
 
+// A definition in words: "attribute type 'cn' (2.5.4.3)". The name is left out
+// when it is empty.
+std::string describe(Kind kind, const std::string &name,
+                     const std::string &oid);
+std::string describe(const Entry &entry);
+
 // Reads the files of one directory, definition by definition, as
 // SchemaManager::readFile() does, through a scanner that stops a reading which
 // would never end. When it has been constructed, readFile() on each file that
@@ -52,11 +58,12 @@ class Inventory {
   // The first entry of this kind that has the OID, or null.
   const Entry *firstWithOid(Kind kind, const std::string &oid) const;
 
+  // The entries that a manager does not hold, a line each, "FILE:LINE: warning:
+  // MESSAGE".
+  std::vector<std::string> ignoredEntries() const;
+
   // "FILE:LINE" of an entry.
   std::string place(const Entry &entry) const;
-  // The entry in words: its kind, its first name in quotes, its OID in
-  // parentheses.
-  static std::string describe(const Entry &entry);
 
  private:
   void readFile(std::size_t file);

@@ -95,4 +95,13 @@ void printReport(const ApplyOptions &options, const ApplyResult &result,
   printMissing(result.inNew, out);
   *out << "result: " << options.outDirectory.string() << '\n';
   printTable({{"release", &result.newRead}, {"result", &result.written}}, out);
+  if (!result.withdrawals.empty()) {
+    *out << "\nmodified schema: " << options.modifiedOids->string() << '\n';
+  }
+  for (const Withdrawal &one : result.withdrawals) {
+    *out << "  "
+         << (one.definition.empty() ? one.oid + " is in no table"
+                                    : one.definition + " was withdrawn")
+         << '\n';
+  }
 }

@@ -1,5 +1,6 @@
 #include "ResultCheck.h"
 
+#include <algorithm>
 #include <map>
 
 #include "SchemaManager.h"
@@ -20,7 +21,8 @@ class Check {
  public:
   Check(const Inventory &written, Schemas *schemas)
       : m_schemas(*schemas),
-        m_result(*schemas->result()),
+        m_result(*schemas->newSchema()),
+        m_written(written),
         m_readBack(written.directory().string()) {
     readFiles(written, &m_readBack);
   }
@@ -32,6 +34,7 @@ class Check {
             m_readBack.objectClasses());
     compare(Kind::kStorage, m_result.storageDefinitions(),
             m_readBack.storageDefinitions());
+    reportRemains();
     return m_losses;
   }
 
@@ -45,7 +48,33 @@ class Check {
     for (const auto &[key, definition] : expected) {
       const auto other = found.find(key);
       if (other == found.end() || !equal(definition, other->second)) {
-        report(kind, key);
+        if (kind != Kind::kStorage || !isWithdrawn(key)) {
+          report(kind, key);
+        }
+      }
+    }
+  }
+
+  // A storage definition is not written without its attribute type.
+  bool isWithdrawn(const std::string &oid) const {
+    const auto &all = m_schemas.withdrawals();
+    return std::any_of(all.begin(), all.end(), [&oid](const Withdrawal &one) {
+      return one.oid == oid && !one.definition.empty();
+    });
+  }
+
+  // Something that was withdrawn may be recorded for other files, too.
+  void reportRemains() {
+    for (const Withdrawal &one : m_schemas.withdrawals()) {
+      if (one.definition.empty()) {
+        continue;
+      }
+      for (const Kind kind : {Kind::kAttributeType, Kind::kObjectClass}) {
+        if (const Entry *entry = m_written.firstWithOid(kind, one.oid)) {
+          m_losses.warnings.push_back(
+              std::string("warning: ") + one.definition +
+              " was withdrawn, but stays in " + kSchemaFiles[entry->file].name);
+        }
       }
     }
   }
@@ -67,8 +96,7 @@ class Check {
 
   static std::string line(const Inventory &files, const Entry &entry,
                           const std::string &severity) {
-    return files.place(entry) + ": " + severity + ": " +
-           Inventory::describe(entry) +
+    return files.place(entry) + ": " + severity + ": " + describe(entry) +
            " is not in the result as it stands here";
   }
 
@@ -95,6 +123,7 @@ class Check {
 
   Schemas &m_schemas;
   SchemaManager &m_result;
+  const Inventory &m_written;
   SchemaManager m_readBack;
   Losses m_losses;
 };

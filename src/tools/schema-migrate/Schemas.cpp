@@ -1,10 +1,6 @@
 #include "Schemas.h"
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <string>
-
+#include "OidList.h"
 #include "Trouble.h"
 
 namespace fs = std::filesystem;
@@ -22,6 +18,23 @@ bool holds(const SchemaManager &schema, const Entry &entry) {
       break;
   }
   return schema.storageDefinitions().count(entry.key) != 0;
+}
+
+// What an OID leads to first, in words; empty when it leads to nothing.
+std::string describeByOid(const SchemaManager &schema, const std::string &oid) {
+  const auto objectClass = schema.objectClassesByOid().find(oid);
+  if (objectClass != schema.objectClassesByOid().end()) {
+    return describe(Kind::kObjectClass, objectClass->second->getFirstName(),
+                    oid);
+  }
+  const auto attribute = schema.attributeTypesByOid().find(oid);
+  if (attribute != schema.attributeTypesByOid().end()) {
+    return describe(Kind::kAttributeType, attribute->second->getFirstName(),
+                    oid);
+  }
+  return schema.storageDefinitions().count(oid) != 0
+             ? describe(Kind::kStorage, "", oid)
+             : "";
 }
 
 }  // namespace
@@ -45,21 +58,8 @@ Schemas::Schemas(const fs::path &oldDirectory, const fs::path &newDirectory)
   readFiles(m_newFiles, &m_newSchema);
 }
 
-// The library ignores a last word that no newline follows, and never comes back
-// from a comment that no newline ends; neither may happen to a user unseen.
 void Schemas::readExcludedOids(const fs::path &list) {
-  requireReadableFile(list);
-  std::ifstream in(list, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(in), {}};
-  if (!text.empty() && text.back() != '\n') {
-    const auto lines = std::count(text.begin(), text.end(), '\n');
-    throw Trouble(errorAt(list, static_cast<int>(lines) + 1,
-                          "expected a newline at the end of the file, found "
-                          "none; the last word would be ignored"));
-  }
-  if (m_oldSchema.readExcludedOids(list.string()) != 0) {
-    throw Trouble(errorAt(list, 0, "cannot open the file"));
-  }
+  ::readExcludedOids(list, &m_oldSchema);
 }
 
 void Schemas::compare() {
@@ -95,5 +95,15 @@ bool Schemas::canBeAdded(const Entry &entry) {
 void Schemas::merge() {
   if (m_newSchema.mergeSchemas(&m_oldSchema) == 0) {
     throw Trouble("error: the merge of the two schemas failed");
+  }
+}
+
+// The library does not say which OIDs it knew; so that is found out before.
+void Schemas::withdraw(const fs::path &modifiedOids) {
+  for (const std::string &oid : readOidList(modifiedOids)) {
+    m_withdrawals.push_back({oid, describeByOid(m_newSchema, oid)});
+  }
+  if (m_newSchema.modifySchema(modifiedOids.string()) != 0) {
+    throw Trouble(errorAt(modifiedOids, 0, "cannot open the file"));
   }
 }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "Inventory.h"
@@ -20,6 +21,13 @@ enum class Fate {
 
 constexpr std::size_t kFates = 5;
 
+// What became of an OID of the list of modified ones.
+struct Withdrawal {
+  std::string oid;
+  // The definition that was withdrawn, in words; empty when none has the OID.
+  std::string definition;
+};
+
 // Reads the files of the inventory into `schema`, which is one for the same
 // directory. Throws Trouble when one has been changed so that it cannot be
 // read.
@@ -32,20 +40,25 @@ class Schemas {
   Schemas(const std::filesystem::path &oldDirectory,
           const std::filesystem::path &newDirectory);
 
-  // The steps, once each and in this order; the first may be left out. Throw
-  // Trouble when they fail.
+  // The steps, once each and in this order; the first and the last may be left
+  // out. Throw Trouble when they fail.
   void readExcludedOids(const std::filesystem::path &list);
   void compare();
   void merge();
+  void withdraw(const std::filesystem::path &modifiedOids);
 
   const Inventory &oldFiles() const { return m_oldFiles; }
   const Inventory &newFiles() const { return m_newFiles; }
 
-  // The release's schema; after merge() it is the migration's result.
-  SchemaManager *result() { return &m_newSchema; }
+  // After merge() the new schema is the migration's result.
+  SchemaManager *oldSchema() { return &m_oldSchema; }
+  SchemaManager *newSchema() { return &m_newSchema; }
 
   // The fate of each of the old installation's entries; known after compare().
   const std::vector<Fate> &fates() const { return m_fates; }
+
+  // What withdraw() did with each OID of its list.
+  const std::vector<Withdrawal> &withdrawals() const { return m_withdrawals; }
 
   // Whether an entry of the old installation is, or will be, carried into the
   // result; known after compare().
@@ -63,6 +76,7 @@ class Schemas {
   SchemaManager m_oldSchema;
   SchemaManager m_newSchema;
   std::vector<Fate> m_fates;
+  std::vector<Withdrawal> m_withdrawals;
 };
 
 #endif  // SCHEMA_MIGRATE_SCHEMAS_H_

@@ -2,82 +2,232 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
+#include <functional>
 #include <iostream>
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "Apply.h"
+#include "Collisions.h"
+#include "Compare.h"
+#include "Dump.h"
 #include "Report.h"
+#include "Show.h"
+#include "TraceFile.h"
 #include "Trouble.h"
 
 namespace {
 
-constexpr int kFailure = 1;
-constexpr int kUsage = 2;
+constexpr int kDone = 0;
+constexpr int kFound = 1;
+constexpr int kTrouble = 2;
 
-int runApply(const ApplyOptions &options) {
-  const ApplyResult result = apply(options);
-  for (const std::string &warning : result.warnings) {
-    std::cerr << warning << '\n';
-  }
-  printReport(options, result, &std::cout);
-  return 0;
-}
+const char kExitStatus[] =
+    "Exit status:\n"
+    "  0 done, and nothing found\n"
+    "  1 something found: collisions, differences, an unknown name\n"
+    "  2 trouble: wrong usage, bad input, a file that fails; nothing is "
+    "changed";
 
-int run(int argc, char **argv) {
-  CLI::App app("Carries a directory server's schema into a new release.",
-               "schema-migrate");
-  app.set_version_flag("--version", "schema-migrate " SCHEMA_MIGRATE_VERSION);
-  app.require_subcommand(1);
-  app.footer(
-      "Exit status: 0 done, 1 failed and nothing changed, 2 wrong usage.");
-
-  ApplyOptions options;
+struct Options {
+  std::string oldDirectory;
+  std::string newDirectory;
+  std::string outDirectory;
+  std::string directory;
   std::string excludedOids;
-  CLI::App *apply = app.add_subcommand(
-      "apply",
-      "Carry the schema of an old installation into a new release's and write "
-      "the result to a new directory.");
-  apply
-      ->add_option("--old", options.oldDirectory,
-                   "Schema directory of the old installation")
-      ->type_name("DIR")
-      ->required();
-  apply
-      ->add_option("--new", options.newDirectory,
-                   "Schema directory of the new release")
-      ->type_name("DIR")
-      ->required();
-  apply
-      ->add_option("--out", options.outDirectory,
-                   "Directory for the result; must not exist or be empty")
-      ->type_name("DIR")
-      ->required();
-  apply
-      ->add_option("--excluded-oids", excludedOids,
-                   "List of OIDs that the old installation's schema keeps to "
-                   "itself")
-      ->type_name("FILE");
+  std::string modifiedOids;
+  std::string trace;
+  unsigned int traceEvents = TraceFile::kAllEvents;
+  std::string table;
+  std::vector<std::string> keys;
+};
 
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError &error) {
-    return app.exit(error) == 0 ? 0 : kUsage;
-  }
-  if (!excludedOids.empty()) {
-    options.excludedOids = excludedOids;
-  }
-  return runApply(options);
+// A path that was given, or nothing.
+std::optional<std::string> given(const std::string &path) {
+  return path.empty() ? std::nullopt : std::optional<std::string>(path);
 }
+
+void warn(const std::vector<std::string> &lines) {
+  for (const std::string &line : lines) {
+    std::cerr << line << '\n';
+  }
+}
+
+// Reads both directories and the excluded OIDs, and warns of what is ignored.
+std::unique_ptr<Schemas> readSchemas(const Options &options) {
+  auto schemas =
+      std::make_unique<Schemas>(options.oldDirectory, options.newDirectory);
+  if (!options.excludedOids.empty()) {
+    schemas->readExcludedOids(options.excludedOids);
+  }
+  warn(schemas->oldFiles().ignoredEntries());
+  warn(schemas->newFiles().ignoredEntries());
+  return schemas;
+}
+
+int runApply(const Options &options) {
+  const ApplyOptions what{options.oldDirectory, options.newDirectory,
+                          options.outDirectory, given(options.excludedOids),
+                          given(options.modifiedOids)};
+  const ApplyResult result = apply(what);
+  warn(result.warnings);
+  printReport(what, result, &std::cout);
+  return kDone;
+}
+
+int runCollisions(const Options &options) {
+  const auto schemas = readSchemas(options);
+  return printCollisions(schemas.get(), &std::cout) ? kFound : kDone;
+}
+
+int runCompare(const Options &options) {
+  const auto schemas = readSchemas(options);
+  return printComparison(schemas.get(), &std::cout) ? kDone : kFound;
+}
+
+int runShow(const Options &options) {
+  return show(options.directory, options.keys) ? kDone : kFound;
+}
+
+int runDump(const Options &options) {
+  dump(options.directory, given(options.excludedOids), options.table);
+  return kDone;
+}
+
+// The command line: fills the options, and says what to run.
+class CommandLine {
+ public:
+  CommandLine()
+      : m_app("Carries a directory server's schema into a new release.",
+              "schema-migrate") {
+    m_app.set_version_flag("--version",
+                           "schema-migrate " SCHEMA_MIGRATE_VERSION);
+    m_app.require_subcommand(1);
+    m_app.footer(kExitStatus);
+
+    CLI::App *apply =
+        add("apply",
+            "Carry the schema of an old installation into a new release's and "
+            "write the result to a new directory.",
+            "schema-migrate apply --old /srv/old/schema --new /srv/new/schema "
+            "--out /srv/merged",
+            runApply);
+    addBoth(apply);
+    addDirectory(apply, "--out", &m_options.outDirectory,
+                 "Directory for the result; must not exist or be empty");
+    addFile(apply, "--modified-oids", &m_options.modifiedOids,
+            "List of OIDs whose definitions are withdrawn from the result's "
+            "modified schema");
+
+    addBoth(add("collisions",
+                "Report the definitions of an old installation that collide "
+                "with a new release.",
+                "schema-migrate collisions --old /srv/old/schema --new "
+                "/srv/new/schema",
+                runCollisions));
+
+    addBoth(add("compare",
+                "Say what is identical in two schemas, what differs and in "
+                "what fields, and what only one of them has.",
+                "schema-migrate compare --old /srv/old/schema --new "
+                "/srv/new/schema",
+                runCompare));
+
+    CLI::App *show =
+        add("show",
+            "Show definitions with their superiors, what they "
+            "inherit, and how they are stored.",
+            "schema-migrate show --dir /srv/schema person 2.5.4.3", runShow);
+    addDirectory(show, "--dir", &m_options.directory, "Schema directory");
+    show->add_option("name", m_options.keys, "Names, in any case, or OIDs")
+        ->type_name("NAME-OR-OID")
+        ->required();
+
+    CLI::App *dump =
+        add("dump", "Print the library's diagnostic dumps of a schema.",
+            "schema-migrate dump --dir /srv/schema --table classes", runDump);
+    addDirectory(dump, "--dir", &m_options.directory, "Schema directory");
+    dump->add_option("--table", m_options.table,
+                     "What to print; everything if it is left out")
+        ->type_name("TABLE")
+        ->check(CLI::IsMember(
+            {"attributes", "classes", "storage", "files", "excluded"}));
+    addFile(dump, "--excluded-oids", &m_options.excludedOids,
+            "List of OIDs to show as excluded");
+  }
+
+  // Does what the arguments say, and returns the exit status.
+  int run(int argc, char **argv) {
+    try {
+      m_app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+      return m_app.exit(error) == 0 ? kDone : kTrouble;
+    }
+    if (m_options.trace.empty()) {
+      return m_run(m_options);
+    }
+    TraceFile trace(m_options.trace, m_options.traceEvents);
+    const int status = m_run(m_options);
+    trace.close();
+    return status;
+  }
+
+ private:
+  using Run = int (*)(const Options &);
+
+  CLI::App *add(const std::string &name, const std::string &description,
+                const std::string &example, Run action) {
+    CLI::App *command = m_app.add_subcommand(name, description);
+    command->footer("Example:\n  " + example + "\n\n" + kExitStatus);
+    command->callback([this, action] { m_run = action; });
+    addFile(command, "--trace", &m_options.trace,
+            "File for a trace of the library's operations");
+    command
+        ->add_option("--trace-events", m_options.traceEvents,
+                     "What to trace, as a mask of event bits: 0x1000 and "
+                     "0x10000 operations, 0x4000000 messages")
+        ->type_name("MASK")
+        ->needs("--trace");
+    return command;
+  }
+
+  static void addDirectory(CLI::App *command, const std::string &name,
+                           std::string *value, const std::string &description) {
+    command->add_option(name, *value, description)
+        ->type_name("DIR")
+        ->required();
+  }
+
+  static void addFile(CLI::App *command, const std::string &name,
+                      std::string *value, const std::string &description) {
+    command->add_option(name, *value, description)->type_name("FILE");
+  }
+
+  void addBoth(CLI::App *command) {
+    addDirectory(command, "--old", &m_options.oldDirectory,
+                 "Schema directory of the old installation");
+    addDirectory(command, "--new", &m_options.newDirectory,
+                 "Schema directory of the new release");
+    addFile(command, "--excluded-oids", &m_options.excludedOids,
+            "List of OIDs that are not to be carried");
+  }
+
+  CLI::App m_app;
+  Options m_options;
+  Run m_run = nullptr;
+};
 
 }  // namespace
 
 int main(int argc, char **argv) {
   try {
-    return run(argc, argv);
+    return CommandLine().run(argc, argv);
   } catch (const Trouble &trouble) {
     std::cerr << trouble.what() << '\n';
   } catch (const std::exception &exception) {
-    std::cerr << "schema-migrate: error: " << exception.what() << '\n';
+    std::cerr << "error: " << exception.what() << '\n';
   }
-  return kFailure;
+  return kTrouble;
 }
