@@ -108,7 +108,8 @@ void CSymbolTable::tableDump(std::string name) {
 void CSymbolTable::write(std::ostream &out, const std::string &margin) const {
   int index = 0;
   for (const Entry &entry : m_entries) {
-    out << margin << index++ << ' ' << entry.token << ' ';
+    out << margin << std::to_string(index++) << ' '
+        << std::to_string(entry.token) << ' ';
     std::visit([&out](const auto &value) { out << '"' << value << '"'; },
                entry.value);
     out << (entry.keyword ? " keyword\n" : "\n");

@@ -190,6 +190,7 @@ void SchemaLexan::dumpTable(std::string name) {
   m_symtable->tableDump(std::move(name));
 }
 
+// Numbers are decimal whatever the stream's format.
 void SchemaLexan::dump(int indent, std::ofstream &out) {
   TraceScope trace(Function::kLexanDump);
   skip(indent, out);
@@ -199,11 +200,11 @@ void SchemaLexan::dump(int indent, std::ofstream &out) {
   skip(indent, out);
   out << "  m_filename \"" << m_filename << "\"\n";
   skip(indent, out);
-  out << "  m_tokenvalindex " << m_tokenvalindex << '\n';
+  out << "  m_tokenvalindex " << std::to_string(m_tokenvalindex) << '\n';
   skip(indent, out);
-  out << "  m_line_num " << m_line_num << '\n';
+  out << "  m_line_num " << std::to_string(m_line_num) << '\n';
   skip(indent, out);
-  out << "  m_lookahead " << m_lookahead << '\n';
+  out << "  m_lookahead " << std::to_string(m_lookahead) << '\n';
   skip(indent, out);
   out << "  m_symtable ";
   if (m_symtable != nullptr) {

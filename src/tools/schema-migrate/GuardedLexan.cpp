@@ -36,10 +36,17 @@ bool endsDefinition(int token) {
 
 void GuardedLexan::beginDefinition(int keyword) {
   m_state = keyword == TOK_ATTRIBUTETYPES ? State::kField : State::kOutside;
+  // In a block, the "(" of all definitions but the first is the current token.
+  m_begins = getCurrentToken() != '(';
+  m_definitionLine = getLineNumber();
 }
 
 int GuardedLexan::lexan() {
   const int token = SchemaLexan::lexan();
+  if (m_begins && token != TOK_DONE) {
+    m_begins = false;
+    m_definitionLine = getLineNumber();
+  }
   m_ends = token == TOK_DONE ? m_ends + 1 : 0;
   if (m_ends > kEndsAllowed) {
     throw EndlessReading(
@@ -61,13 +68,16 @@ void GuardedLexan::follow(int token) {
     case State::kValue:
       m_state = State::kField;
       break;
+    case State::kName:
+      m_state = State::kNames;
+      break;
     case State::kField:
       if (token == TOK_COLLECTIVE) {
         throw EndlessReading(
             "COLLECTIVE is not supported in an attribute type");
       }
       if (token == TOK_NAME) {
-        m_state = State::kNames;
+        m_state = State::kName;
       } else if (takesValue(token)) {
         m_state = State::kValue;
       } else if (endsDefinition(token)) {

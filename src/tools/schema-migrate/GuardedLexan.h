@@ -25,6 +25,9 @@ class GuardedLexan : public SchemaLexan {
   // To be called before each parse(): `keyword` is the token of the section.
   void beginDefinition(int keyword);
 
+  // The line on which the definition begins; known after its parse().
+  int definitionLine() const { return m_definitionLine; }
+
   int lexan() override;
 
  private:
@@ -33,12 +36,15 @@ class GuardedLexan : public SchemaLexan {
     kOutside,  // not in an attribute type
     kField,    // the next token is looked at as the start of a field
     kValue,    // the next token is the value of a field
-    kNames,    // in the names behind NAME
+    kName,     // the next token is the first behind NAME, and ends nothing
+    kNames,    // in the names behind that
   };
 
   void follow(int token);
 
   State m_state = State::kOutside;
+  bool m_begins = false;  // whether the first token is yet to come
+  int m_definitionLine = 0;
   int m_ends = 0;  // how often in a row the end of the file was returned
 };
 

@@ -148,8 +148,9 @@ void Inventory::readFile(std::size_t file) {
   Entry entry{Kind::kAttributeType, file, 0, "", "", "", Entry::kNone, false};
 
   const auto readDefinition = [&](int keyword, bool inBraces) {
-    entry.line = lexan.getLineNumber();
-    if (!parse(&lexan, keyword, &entry)) {
+    const bool complete = parse(&lexan, keyword, &entry);
+    entry.line = lexan.definitionLine();
+    if (!complete) {
       throw Trouble(errorAt(path, entry.line,
                             "cannot read this definition to its ')'; look for "
                             "a missing parenthesis, a quote too many or too "
@@ -184,7 +185,7 @@ void Inventory::readFile(std::size_t file) {
     throw Trouble(errorAt(path, lexan.getLineNumber(),
                           std::string("cannot read the definition that begins "
                                       "on line ") +
-                              std::to_string(entry.line) + ": " +
+                              std::to_string(lexan.definitionLine()) + ": " +
                               endless.what()));
   }
 }

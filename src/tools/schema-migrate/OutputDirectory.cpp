@@ -85,7 +85,9 @@ OutputDirectory::~OutputDirectory() {
 }
 
 void OutputDirectory::commit() {
-  for (const fs::directory_entry &file : fs::directory_iterator(m_working)) {
+  std::error_code error;
+  for (const fs::directory_entry &file :
+       fs::directory_iterator(m_working, error)) {
     sync(file.path());
   }
   sync(m_working);

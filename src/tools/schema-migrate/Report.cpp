@@ -33,6 +33,7 @@ void printRow(const std::string &file, const std::string &kind,
 // A row for each file and kind in which some column has a number, and the sums.
 void printTable(const std::vector<Column> &columns, std::ostream *out) {
   std::vector<std::string> cells;
+  cells.reserve(columns.size());
   for (const Column &column : columns) {
     cells.emplace_back(column.heading);
   }
