@@ -30,9 +30,10 @@ std::string getCurrentTimeStamp(int /*form*/) {
     tzset();  // localtime_r need not look at a changed TZ by itself
     localtime_r(&now, &when);
   }
-  char text[sizeof "9999-12-31T23:59:59+0000"];
-  std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S%z", &when);
-  std::string stamp = text;
+  char text[64];
+  const std::size_t length =
+      std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S%z", &when);
+  std::string stamp(text, length);
   stamp.insert(stamp.size() - 2, ":");  // strftime writes +hhmm
   return stamp;
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <mutex>
+#include <new>
 #include <string>
 
 unsigned int trcEvents = 0;
@@ -17,9 +18,11 @@ struct Sink {
   void *context = nullptr;
 };
 
-// Never destroyed: objects that outlive main() may still be traced.
+// Never destroyed: objects that outlive main() may still be traced. Not on the
+// heap: records are written also when memory has run out.
 Sink &theSink() {
-  static Sink *sink = new Sink;
+  alignas(Sink) static unsigned char storage[sizeof(Sink)];
+  static Sink *const sink = new (storage) Sink;
   return *sink;
 }
 

@@ -28,9 +28,10 @@ class Attribute : public QORSchema {
   // usage. The flags are not printed.
   void dump() override;
 
-  // Writes "attributetypes=( ... )". The line reads back to the same values,
-  // with two exceptions: more than one superior reads back as the first, with
-  // the last in the place of the OID, and a COLLECTIVE one does not read back.
+  // Writes "attributetypes=( ... )". The line reads back to the same values if
+  // no name is a keyword, syntax and usage are one word each, and the usage is
+  // not empty. But more than one superior reads back as the first, with the
+  // last in the place of the OID, and a COLLECTIVE one does not read back.
   void dump(std::ofstream &out) override;
 
   std::string getOid() override;
@@ -47,8 +48,10 @@ class Attribute : public QORSchema {
   // in the object.
   //
   // Kept on purpose:
-  //  - EQUALITY, ORDERING, SUBSTR and SUP keep numeric OIDs; a name or a list
-  //    in their place is dropped.
+  //  - EQUALITY, ORDERING, SUBSTR and SUP keep a numeric OID; a name in its
+  //    place is dropped. Of a list in parentheses, here or behind DESC, SYNTAX
+  //    and USAGE, each element replaces the OID, and its ")" ends the
+  //    definition.
   //  - Any other word, number or quoted string replaces the OID.
   //  - The names end at the next field. A ")" does not end them, so that a
   //    definition whose last field is NAME runs on into the next one, and at
@@ -77,7 +80,7 @@ class Attribute : public QORSchema {
   bool isCollective() const { return m_collective; }
   bool isUserModifiable() const { return m_usermodification; }
 
- protected:
+ private:
   std::string m_equality;  // a numeric OID, as ordering and substr; or empty
   std::string m_usage;     // as read, not checked
   std::string m_syntax;    // with its length suffix, if any

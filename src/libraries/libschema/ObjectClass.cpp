@@ -83,8 +83,9 @@ int parseSuperiors(SchemaLexan *lex, std::vector<std::string> *superiors) {
 
 // attributes = ( "MUST" / "MAY" ) [ "(" ] list
 // Returns the current token behind it.
-int parseAttributes(SchemaLexan *lex, std::vector<std::string> *attributes) {
-  lex->match(lex->getCurrentToken());
+int parseAttributes(SchemaLexan *lex, int keyword,
+                    std::vector<std::string> *attributes) {
+  lex->match(keyword);
   lex->match('(');
   return parseList(lex, attributes);
 }
@@ -161,10 +162,10 @@ int ObjectClass::parse(SchemaLexan *lex) {
         token = parseSuperiors(lex, &m_superior);
         continue;
       case TOK_MUST:
-        token = parseAttributes(lex, &m_reqattrs);
+        token = parseAttributes(lex, token, &m_reqattrs);
         continue;
       case TOK_MAY:
-        token = parseAttributes(lex, &m_optattrs);
+        token = parseAttributes(lex, token, &m_optattrs);
         continue;
       default:
         break;

@@ -25,7 +25,9 @@ class ObjectClass : public QORSchema {
   // Prints every field. The last lines are not flushed.
   void dump() override;
 
-  // Writes "objectclasses=( ... )". The line reads back to the same values.
+  // Writes "objectclasses=( ... )". The line reads back to the same values if
+  // there is a name, and no name in it is a keyword. Without a name the word
+  // that follows is lost, and reading it back may never end.
   void dump(std::ofstream &out) override;
 
   std::string getOid() override;
@@ -39,8 +41,8 @@ class ObjectClass : public QORSchema {
   // definition or on its opening parenthesis. Returns 1 when the definition
   // ended with ")", which is consumed, or with "}" or "(", which are not; 0
   // when "objectclasses" or the end of the file came first, or a malformed
-  // length suffix outside a list. What was read before that stays in the
-  // object.
+  // length suffix (but not among the names, nor directly behind DESC or SUP).
+  // What was read before that stays in the object.
   //
   // Kept on purpose:
   //  - Any word, number or quoted string that belongs to no field replaces the

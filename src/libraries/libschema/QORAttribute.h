@@ -24,7 +24,9 @@ class QORAttribute : public Attribute {
   // Prints the OID and the storage fields.
   void dump() override;
 
-  // Writes "QORAttributetypes=( ... )". The line reads back to the same values.
+  // Writes "QORAttributetypes=( ... )". The line reads back to the same values
+  // if no column name is a keyword and the access class and the length are one
+  // word each.
   void dump(std::ofstream &out) override;
 
   // Fills this object from `lex`, which stands on the token before the
@@ -36,6 +38,8 @@ class QORAttribute : public Attribute {
   // Kept on purpose:
   //  - Any word, number or quoted string that belongs to no field replaces the
   //    OID; NAME is not known here, so that a name does.
+  //  - The token behind DBNAME is passed over as the list's "(", whatever it
+  //    is: without parentheses the first column name is lost.
   //  - The DBNAME list ends at its ")" or at the next field. Without
   //    parentheses and as the last field it takes the definition's own ")" and
   //    runs on; at the end of the file it never ends.

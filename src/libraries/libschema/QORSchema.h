@@ -59,10 +59,10 @@ class QORSchema {
   QORSchema(const QORSchema &) = default;
   QORSchema &operator=(const QORSchema &) = default;
 
-  std::vector<std::string> m_names;
-  std::string m_oid;
-  std::string m_description;
-  std::vector<std::string> m_superior;
+  std::vector<std::string> m_names;     // in the order read
+  std::string m_oid;                    // empty until parsed
+  std::string m_description;            // without quotes; empty: none
+  std::vector<std::string> m_superior;  // in the order read
   bool m_obsolete = false;
 };
 

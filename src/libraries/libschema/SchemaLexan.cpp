@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "internal/Character.h"
+#include "internal/Keywords.h"
 #include "internal/Trace.h"
 
 using libschema::Function;
@@ -181,6 +182,7 @@ int SchemaLexan::insertCharacter(char c, int token) {
 }
 
 int SchemaLexan::clear() {
+  m_entered = false;
   m_tokenvalindex = m_symtable->clear(m_tokenvalindex);
   return m_tokenvalindex;
 }
@@ -190,7 +192,8 @@ void SchemaLexan::dumpTable(std::string name) {
   m_symtable->tableDump(std::move(name));
 }
 
-// Numbers are decimal whatever the stream's format.
+// The numbers are decimal and without grouping, whatever the stream's format
+// and locale.
 void SchemaLexan::dump(int indent, std::ofstream &out) {
   TraceScope trace(Function::kLexanDump);
   skip(indent, out);
@@ -222,6 +225,8 @@ void SchemaLexan::skip(int n, std::ofstream &out) {
     out << '\t';
   }
 }
+
+void SchemaLexan::closeFile() { m_infile.close(); }
 
 bool SchemaLexan::fileIsOpen() {
   TraceScope trace(Function::kLexanFileIsOpen);
@@ -313,7 +318,7 @@ int SchemaLexan::scanWord(char c) {
   }
   for (const Alias &alias : kAliases) {
     if (m_word == alias.spelling) {
-      return useEntry(SchemaSymbolTable::findKeyword(alias.keyword));
+      return useEntry(libschema::findKeyword(alias.keyword));
     }
   }
   return enterWord(TOK_ID);
@@ -325,20 +330,23 @@ int SchemaLexan::scanCharacter(char c) {
   return m_lookahead;
 }
 
-// Finds what the table's lookUpValue finds. Besides the keywords there is one
-// entry to compare with at the most, unless somebody has inserted others.
+// Finds what the table's lookUpValue finds. Besides the keywords there is at
+// most the entry for m_entry to compare with, unless somebody has inserted
+// others.
 int SchemaLexan::findWord() {
-  const int keyword = SchemaSymbolTable::findKeyword(m_word);
+  const int keyword = libschema::findKeyword(m_word);
   if (keyword != -1) {
     return keyword;
   }
-  if (m_symtable->getTableSize() > SchemaSymbolTable::kKeywords + 1) {
-    return m_symtable->lookUpValue(m_word);
+  const int keywords = static_cast<int>(libschema::kKeywords.size());
+  const int size = m_symtable->getTableSize();
+  if (size == keywords) {
+    return -1;
   }
-  const int scanned = SchemaSymbolTable::kKeywords;
-  return m_symtable->getValue(scanned, m_entry) == 0 && m_entry == m_word
-             ? scanned
-             : -1;
+  if (m_entered && m_insertindex == keywords && size == keywords + 1) {
+    return m_entry == m_word ? m_insertindex : -1;
+  }
+  return m_symtable->lookUpValue(m_word);
 }
 
 int SchemaLexan::useEntry(int index) {
@@ -350,6 +358,8 @@ int SchemaLexan::useEntry(int index) {
 int SchemaLexan::enterWord(int token) {
   m_symtable->removeValue(m_insertindex);
   m_insertindex = m_symtable->insertValue(m_word, token, false);
+  m_entry.swap(m_word);
+  m_entered = true;
   m_tokenvalindex = m_insertindex;
   m_lookahead = token;
   return token;

@@ -34,8 +34,9 @@
 //    keywords too. A word, string or number that repeats the one read before
 //    it is returned with that one's code.
 //  - Every other character is a token of its own.
-//  - A word, string or number that the end of the file cuts off, with no
-//    character after it, is lost: TOK_DONE comes in its place.
+//  - A word, string or number that the end of the file cuts off is lost, and
+//    TOK_DONE comes in its place: a word or a number with nothing but blanks
+//    behind it, a string with nothing behind its closing quote.
 // Letters, digits and punctuation are those of ASCII in every locale.
 //
 // The symbol table holds the keywords and the one text read last that is no
@@ -70,7 +71,8 @@ class SchemaLexan : public Clex_analyzer {
   // alone when it returns TOK_DONE; match() does not.
   int getCurrentToken() override;
 
-  // The symbol-table index of the current token's text; -1 when it has none.
+  // The symbol-table index of the current token's text; -1 when it has none. A
+  // token that the end of the file cuts off leaves the index as it was.
   int getTokenValIndex() override;
 
   // Stores the text (or the character) at `index` of the symbol table in `out`
@@ -84,14 +86,16 @@ class SchemaLexan : public Clex_analyzer {
 
   // Reads the next token, makes it the current one and returns its code;
   // TOK_DONE at the end of the file, and again for every further call. A read
-  // error ends the file where it occurs.
+  // error passes for the end of the file, but for a token that it cuts off,
+  // which is returned as far as it was read.
   int lexan() override;
 
   // Reads the next token if the current one is `token`; does nothing otherwise.
   void match(int token) override;
 
   // Adds an entry to the symbol table and returns its index. The current token
-  // is not changed. Meant for diagnosis: a later token may take the place.
+  // is not changed. Words that equal the entry get its code from then on. An
+  // entry added before the first word was read gives way to that.
   int insertString(std::string s, int token) override;
   int insertCharacter(char c, int token) override;
 
@@ -114,6 +118,9 @@ class SchemaLexan : public Clex_analyzer {
   // True while every operation on the file has succeeded and its end was not
   // reached: right after construction, whether the file could be opened.
   bool fileIsOpen();
+
+  // Closes the file ahead of the destructor; there are no tokens any more then.
+  void closeFile();
 
  private:
   // Whether `c` is an ASCII character.
@@ -161,9 +168,9 @@ class SchemaLexan : public Clex_analyzer {
   int m_insertindex;              // where the scanned entry is, or will be
   std::string m_workingdir;       // as given to the constructor
 
-  // Reused from token to token for their storage; hold nothing between calls.
-  std::string m_word;   // the word, string or number being read
-  std::string m_entry;  // the text of the scanned entry, to compare with
+  std::string m_word;      // the word, string or number being read
+  std::string m_entry;     // the text of the entry that scanning inserted last
+  bool m_entered = false;  // whether there is such an entry
 };
 
 #endif  // LIBSCHEMA_SCHEMALEXAN_H_

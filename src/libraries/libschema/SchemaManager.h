@@ -12,6 +12,9 @@
 #include "internal/KeptDefinitions.h"
 
 class SchemaLexan;
+namespace libschema {
+class TraceScope;
+}
 
 // Holds the attribute types, object classes and storage definitions read from
 // the schema files of one directory, and which file each OID came from.
@@ -49,8 +52,11 @@ class SchemaLexan;
 // failures, after which a manager is fit for destruction.
 //
 // A manager belongs to one thread; two managers are independent, except while
-// an operation runs with both. Every operation on two schemas may be given the
-// same schema twice.
+// an operation runs with both.
+//
+// An operation on two schemas may be given the same schema twice: a comparison
+// then takes everything out of the owning tables, a merge changes nothing, and
+// a check finds everything to collide that has its key in a table.
 class SchemaManager {
  public:
   // An empty schema. `workingDir` is the directory that readFile() reads from.
@@ -76,7 +82,8 @@ class SchemaManager {
   std::string convert(std::string s);
 
   // Reads the file `fileName` of the directory and adds its definitions.
-  // Returns 0 when the whole file was read; 1 when it cannot be opened, or when
+  // Returns 0 when the file was read to its end, for which a read error passes
+  // (a directory reads as an empty file); 1 when it cannot be opened, or when
   // a definition does not parse or a section keyword is followed by neither "="
   // nor "{", and then what came before stays added; 89 when the name is none of
   // the nine.
@@ -108,7 +115,7 @@ class SchemaManager {
   unsigned int writeSetToFile(std::set<std::string> oids, std::string path);
 
   // Adds the OIDs in the file `path` to the excluded ones. Returns 0, or 1 when
-  // the file cannot be opened.
+  // the file cannot be opened. A read error passes for the end of the file.
   //
   // The file holds words separated by white space. A word that contains "#"
   // begins a comment: it and the rest of its line are ignored. Kept on purpose:
@@ -142,11 +149,16 @@ class SchemaManager {
   // Returns 1, and `old` has no definitions left but those that only their OID
   // leads to. Returns 0 at the first definition to be added whose OID is
   // recorded for no user, qor or system file of `old`; the definitions before
-  // it then stand in both schemas, and both schemas can be used and destroyed
-  // as always. When it throws, the definitions before have moved.
+  // it then stand in both schemas, the later parts are left undone, and both
+  // schemas can be used and destroyed as always. When it throws, each
+  // definition stands in one of the two schemas.
   //
-  // A definition that has the name but not the OID of one here replaces it: the
-  // name and the OID of the one here leave the tables.
+  // Kept on purpose: the merge does not see to it that what it has moved can be
+  // written. A definition that has the name but not the OID of one here
+  // replaces it, the name and the OID of that one leave the tables, and no file
+  // is recorded for the new OID: writeFile() then writes neither. One that has
+  // the OID but not the name of one here stands under its name only, and is not
+  // written. Callers that must lose nothing compare the OIDs first.
   unsigned int mergeSchemas(SchemaManager *old);
   unsigned int mergeAttrs(SchemaManager *old);
   unsigned int mergeQORAttrs(SchemaManager *old);
@@ -208,9 +220,10 @@ class SchemaManager {
   void dumpSysAt();
   void dumpEOids();
 
-  // Read-only views of the tables: attribute types and object classes by first
-  // name in lower case and by OID, storage definitions by OID. The definitions
-  // belong to the manager; views and definitions are valid until it changes.
+  // Views of the tables: attribute types and object classes by first name in
+  // lower case and by OID, storage definitions by OID. The definitions belong
+  // to the manager, and must be neither deleted nor parsed again; views and
+  // definitions are valid until the manager changes.
   const std::map<std::string, Attribute *> &attributeTypes() const {
     return m_attr_table;
   }
@@ -256,12 +269,15 @@ class SchemaManager {
   template <class Kind>
   void withdraw(const std::string &oid);
   template <class Kind>
-  void disown(typename Table<typename Kind::Definition>::iterator entry);
+  void removeOwned(typename Table<typename Kind::Definition>::iterator entry);
   template <class Definition>
   void deleteOwned(Table<Definition> *table);
 
-  // The steps of readFile(): all sections of the file, the section behind
-  // `keyword`, one definition of it. False: parse error.
+  // The steps of readFile(): what happens once m_lexan is there; all sections
+  // of the file; the section behind `keyword`; one definition of it. False:
+  // parse error.
+  unsigned int readOpenedFile(const std::string &fileName,
+                              libschema::TraceScope *trace);
   bool readSections(OidSet *oids);
   bool readSection(int keyword, OidSet *oids);
   bool readDefinition(int keyword, OidSet *oids, bool inBraces);

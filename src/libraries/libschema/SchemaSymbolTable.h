@@ -2,8 +2,6 @@
 #ifndef LIBSCHEMA_SCHEMASYMBOLTABLE_H_
 #define LIBSCHEMA_SCHEMASYMBOLTABLE_H_
 
-#include <string>
-
 #include "CSymbolTable.h"
 
 // What SchemaLexan::lexan() returns. A character that starts no word and no
@@ -47,16 +45,8 @@ enum : int {
 // the indexes 0 to 24. Texts that a scanner adds follow from index 25 on.
 class SchemaSymbolTable : public CSymbolTable {
  public:
-  // How many keywords there are: the size of a new table.
-  static constexpr int kKeywords = 25;
-
   SchemaSymbolTable();
   ~SchemaSymbolTable() override;
-
-  // The index of the keyword that is exactly `word`, or -1 when there is none.
-  // Gives what lookUpValue gives for a new table, in constant time and without
-  // a copy of the word.
-  static int findKeyword(const std::string &word);
 };
 
 #endif  // LIBSCHEMA_SCHEMASYMBOLTABLE_H_

@@ -26,7 +26,9 @@ bool equalIgnoringCase(const std::string &a, const std::string &b) {
                     [](char x, char y) { return toLower(x) == toLower(y); });
 }
 
-// Lists up to this length are walked; longer ones are sorted first.
+// Lists up to this length are searched one by one; for longer ones, a sorted
+// copy is searched, so that a definition with very many names costs no square
+// of them. What is asked is the same: whether each element occurs.
 constexpr std::size_t kShortList = 16;
 
 bool eachOccurs(const std::vector<std::string> &mine,

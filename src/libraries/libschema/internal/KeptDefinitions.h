@@ -35,8 +35,12 @@ class KeptDefinitions {
 
  private:
   // The inner pointer owns the definition, the outer one counts who keeps it.
+  // (A shared_ptr to the definition itself would delete it when there is no
+  // memory for the count.)
   using Keeper = std::shared_ptr<std::unique_ptr<QORSchema>>;
 
+  // All that keep a definition have the same keeper for it: share() hands on
+  // the other's, and nobody keeps what another owns already.
   std::map<QORSchema *, Keeper> m_keepers;
 };
 

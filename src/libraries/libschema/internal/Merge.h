@@ -2,6 +2,7 @@
 #ifndef LIBSCHEMA_INTERNAL_MERGE_H_
 #define LIBSCHEMA_INTERNAL_MERGE_H_
 
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,11 +34,11 @@ class SchemaManager::Merge {
       }
     } catch (...) {
       forgetUnentered();
-      releaseReplaced();
+      releaseLeft();
       handOver();
       throw;
     }
-    releaseReplaced();
+    releaseLeft();
     if (complete) {
       handOver();
     }
@@ -52,17 +53,21 @@ class SchemaManager::Merge {
     for (Entry entry = m_sourceTable.begin(); entry != m_sourceTable.end();
          ++entry) {
       Definition *definition = entry->second;
-      if (Definition *namesake =
-              libschema::findIn(m_targetTable, entry->first)) {
-        remove(replacedBy(definition, namesake));
-      } else if (OidSet *oids =
-                     m_target->findOidInSet(m_source, definition->oid())) {
-        oids->insert(definition->oid());
-      } else {
-        return false;
+      Definition *namesake = libschema::findIn(m_targetTable, entry->first);
+      OidSet *oids = nullptr;
+      if (namesake == nullptr) {
+        oids = m_target->findOidInSet(m_source, definition->oid());
+        if (oids == nullptr) {
+          return false;
+        }
       }
       m_walked.push_back(entry);
-      m_targetTable.try_emplace(entry->first, definition);
+      if (namesake != nullptr) {
+        replace(replacedBy(definition, namesake), entry->first, definition);
+      } else {
+        oids->insert(definition->oid());
+        m_targetTable.try_emplace(entry->first, definition);
+      }
       if (m_targetByOid != nullptr) {
         m_targetByOid->try_emplace(definition->oid(), definition);
       }
@@ -81,24 +86,39 @@ class SchemaManager::Merge {
     return found != nullptr ? found : namesake;
   }
 
-  // Takes what is filed under the keys of `replaced` out of the target. What
-  // leaves the owning table is kept until it is clear what still leads to it,
-  // unless the source owns it too.
-  void remove(Definition *replaced) {
-    std::string key = Kind::key(replaced);
-    if (m_targetByOid != nullptr) {
-      m_targetByOid->erase(replaced->oid());
+  // Takes what is filed under the keys of `replaced` out of the target, and
+  // puts `definition` in its place, so far as the keys are the same. Everything
+  // that can throw comes first.
+  void replace(Definition *replaced, const std::string &name,
+               Definition *definition) {
+    const Entry owned = m_targetTable.find(Kind::key(replaced));
+    if (owned != m_targetTable.end()) {
+      m_left.emplace_back(owned->first, owned->second);
+      // Kept until it is clear what still leads to it. What the source owns has
+      // just been walked, or is shared, and then it is kept already.
+      if (libschema::findIn(m_sourceTable, owned->first) != owned->second) {
+        m_target->m_kept.keep(owned->second);
+      }
     }
-    const Entry entry = m_targetTable.find(key);
-    if (entry == m_targetTable.end()) {
+    if (m_targetByOid != nullptr) {
+      const Entry found = m_targetByOid->find(replaced->oid());
+      if (found != m_targetByOid->end()) {
+        m_left.emplace_back(Kind::key(found->second), found->second);
+        if (found->first == definition->oid()) {
+          found->second = definition;
+        } else {
+          m_targetByOid->erase(found);
+        }
+      }
+    }
+    if (owned == m_targetTable.end()) {
       return;
     }
-    Definition *leaving = entry->second;
-    if (libschema::findIn(m_sourceTable, key) != leaving) {
-      m_target->m_kept.keep(leaving);
+    if (owned->first == name) {
+      owned->second = definition;
+    } else {
+      m_targetTable.erase(owned);  // another one has the name, and keeps it
     }
-    m_targetTable.erase(entry);
-    m_replaced.emplace_back(std::move(key), leaving);
   }
 
   // Whether the target's tables lead to a definition that has this key.
@@ -127,8 +147,8 @@ class SchemaManager::Merge {
   }
 
   // Lets go of what the target does not hold any longer.
-  void releaseReplaced() noexcept {
-    for (const auto &[key, definition] : m_replaced) {
+  void releaseLeft() noexcept {
+    for (const auto &[key, definition] : m_left) {
       if (m_target->m_kept.contains(definition) && !reached(key, definition)) {
         m_target->m_kept.drop(definition);
       }
@@ -138,10 +158,8 @@ class SchemaManager::Merge {
   // Takes out of the source what was walked: it is the target's now, or, if the
   // target does not hold it, nobody's.
   void handOver() noexcept {
-    if (m_sourceByOid != nullptr) {
-      for (const Entry &entry : m_walked) {
-        m_sourceByOid->erase(entry->second->oid());
-      }
+    for (const Entry &entry : m_walked) {
+      eraseOidFromSource(entry->second);
     }
     for (const Entry &entry : m_walked) {
       Definition *definition = entry->second;
@@ -155,6 +173,30 @@ class SchemaManager::Merge {
     }
   }
 
+  // The OID may lead to another definition, and that may have been kept for
+  // nothing else.
+  void eraseOidFromSource(Definition *definition) noexcept {
+    if (m_sourceByOid == nullptr) {
+      return;
+    }
+    const Entry entry = m_sourceByOid->find(definition->oid());
+    if (entry == m_sourceByOid->end()) {
+      return;
+    }
+    Definition *found = entry->second;
+    m_sourceByOid->erase(entry);
+    if (found == definition) {
+      return;
+    }
+    try {
+      if (libschema::findIn(m_sourceTable, Kind::key(found)) != found) {
+        m_source->m_kept.drop(found);
+      }
+    } catch (const std::bad_alloc &) {
+      // No memory for the key; then it is kept until the source is destroyed.
+    }
+  }
+
   SchemaManager *const m_target;
   SchemaManager *const m_source;
   Table<Definition> &m_targetTable;
@@ -162,8 +204,8 @@ class SchemaManager::Merge {
   Table<Definition> *const m_targetByOid;  // null: this kind has none
   Table<Definition> *const m_sourceByOid;
   std::vector<Entry> m_walked;  // entries of the source's table
-  // What left the target's table, with its key.
-  std::vector<std::pair<std::string, Definition *>> m_replaced;
+  // What left a table of the target, with its key.
+  std::vector<std::pair<std::string, Definition *>> m_left;
 };
 
 #endif  // LIBSCHEMA_INTERNAL_MERGE_H_

@@ -85,14 +85,16 @@ struct EventClass {
   unsigned int exitEvent;
 };
 
-constexpr EventClass kOperation = {0x1000, 0x03200000, 0x3000, 33, 0x1000};
+inline constexpr EventClass kOperation = {0x1000, 0x03200000, 0x3000, 33,
+                                          0x1000};
 
 // The operations that walk whole tables or sets.
-constexpr EventClass kTableWalk = {0x10000, 0x032A0000, 0x30000, 43, 0x10000};
+inline constexpr EventClass kTableWalk = {0x10000, 0x032A0000, 0x30000, 43,
+                                          0x10000};
 
-constexpr unsigned int kDebugMask = 0x04000000;
-constexpr unsigned int kDebugKind = 0x03400000;
-constexpr unsigned int kDebugLevel = 0xC8010000;
+inline constexpr unsigned int kDebugMask = 0x04000000;
+inline constexpr unsigned int kDebugKind = 0x03400000;
+inline constexpr unsigned int kDebugLevel = 0xC8010000;
 
 // Traces one call of an operation: stands on its first line, writes the entry
 // record there, and the exit record on every way out, an exception included.

@@ -1,0 +1,58 @@
+#include "internal/Keywords.h"
+
+#include <cstddef>
+
+namespace libschema {
+
+namespace {
+
+constexpr std::size_t kSlots = 64;
+
+// A slot for each keyword of its own. The factors were found by trial; for
+// another set of keywords, try others until the assertion below holds.
+constexpr std::size_t slotOf(std::string_view word) {
+  const auto first = static_cast<unsigned char>(word.front());
+  const auto last = static_cast<unsigned char>(word.back());
+  return (word.size() + 3U * first + 12U * last) % kSlots;
+}
+
+// The keyword of each slot as an index into the table, -1 where there is none.
+constexpr std::array<int, kSlots> fillSlots() {
+  std::array<int, kSlots> slots{};
+  for (int &slot : slots) {
+    slot = -1;
+  }
+  int index = 0;
+  for (const Keyword &keyword : kKeywords) {
+    slots[slotOf(keyword.text)] = index++;
+  }
+  return slots;
+}
+
+constexpr std::array<int, kSlots> kSlotTable = fillSlots();
+
+constexpr bool everyKeywordHasItsSlot() {
+  int index = 0;
+  for (const Keyword &keyword : kKeywords) {
+    if (kSlotTable[slotOf(keyword.text)] != index++) {
+      return false;
+    }
+  }
+  return true;
+}
+
+static_assert(everyKeywordHasItsSlot());
+
+}  // namespace
+
+int findKeyword(const std::string &word) {
+  if (word.empty()) {
+    return -1;
+  }
+  const int index = kSlotTable[slotOf(word)];
+  return index != -1 && kKeywords[static_cast<std::size_t>(index)].text == word
+             ? index
+             : -1;
+}
+
+}  // namespace libschema
