@@ -80,7 +80,7 @@ class Attribute : public QORSchema {
   bool isCollective() const { return m_collective; }
   bool isUserModifiable() const { return m_usermodification; }
 
- private:
+ protected:
   std::string m_equality;  // a numeric OID, as ordering and substr; or empty
   std::string m_usage;     // as read, not checked
   std::string m_syntax;    // with its length suffix, if any
