@@ -42,7 +42,7 @@ class QORAttribute : public Attribute {
   //    is: without parentheses the first column name is lost.
   //  - The DBNAME list ends at its ")" or at the next field. Without
   //    parentheses and as the last field it takes the definition's own ")" and
-  //    runs on; at the end of the file it never ends.
+  //    the parse runs on. A list that the end of the file cuts off never ends.
   //  - ACCESS-CLASS and LENGTH take whatever token follows.
   //  - REVERSE is dropped.
   int parse(SchemaLexan *lex);
