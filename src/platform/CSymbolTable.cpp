@@ -16,24 +16,20 @@ const CSymbolTable::Entry *CSymbolTable::find(int index) const {
   return &m_entries[static_cast<std::size_t>(index)];
 }
 
-int CSymbolTable::append(Entry entry) {
-  m_entries.push_back(std::move(entry));
+int CSymbolTable::insertValue(std::string value, int token, bool keyword) {
+  m_entries.push_back({true, std::move(value), '\0', token, keyword});
   return getTableSize() - 1;
 }
 
-int CSymbolTable::insertValue(std::string value, int token, bool keyword) {
-  return append({std::move(value), token, keyword});
-}
-
 int CSymbolTable::insertValue(char value, int token, bool keyword) {
-  return append({value, token, keyword});
+  m_entries.push_back({false, std::string(), value, token, keyword});
+  return getTableSize() - 1;
 }
 
 int CSymbolTable::lookUpValue(std::string value) {
   const auto found = std::find_if(
       m_entries.begin(), m_entries.end(), [&value](const Entry &entry) {
-        const auto *text = std::get_if<std::string>(&entry.value);
-        return text != nullptr && *text == value;
+        return entry.isString && entry.string == value;
       });
   return found == m_entries.end() ? -1
                                   : static_cast<int>(found - m_entries.begin());
@@ -48,7 +44,7 @@ int CSymbolTable::getValue(int index, std::string &value) {
   if (!isString(index)) {
     return 1;
   }
-  value = std::get<std::string>(find(index)->value);
+  value = find(index)->string;
   return 0;
 }
 
@@ -56,18 +52,18 @@ int CSymbolTable::getValue(int index, char &value) {
   if (!isCharacter(index)) {
     return 1;
   }
-  value = std::get<char>(find(index)->value);
+  value = find(index)->character;
   return 0;
 }
 
 bool CSymbolTable::isString(int index) {
   const Entry *entry = find(index);
-  return entry != nullptr && std::holds_alternative<std::string>(entry->value);
+  return entry != nullptr && entry->isString;
 }
 
 bool CSymbolTable::isCharacter(int index) {
   const Entry *entry = find(index);
-  return entry != nullptr && std::holds_alternative<char>(entry->value);
+  return entry != nullptr && !entry->isString;
 }
 
 void CSymbolTable::removeValue(int index) {
@@ -109,9 +105,12 @@ void CSymbolTable::write(std::ostream &out, const std::string &margin) const {
   int index = 0;
   for (const Entry &entry : m_entries) {
     out << margin << std::to_string(index++) << ' '
-        << std::to_string(entry.token) << ' ';
-    std::visit([&out](const auto &value) { out << '"' << value << '"'; },
-               entry.value);
-    out << (entry.keyword ? " keyword\n" : "\n");
+        << std::to_string(entry.token) << " \"";
+    if (entry.isString) {
+      out << entry.string;
+    } else {
+      out << entry.character;
+    }
+    out << (entry.keyword ? "\" keyword\n" : "\"\n");
   }
 }

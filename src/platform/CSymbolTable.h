@@ -5,7 +5,6 @@
 
 #include <fstream>
 #include <string>
-#include <variant>
 #include <vector>
 
 // A list of entries, each a string or a single character with a token code and
@@ -64,15 +63,15 @@ class CSymbolTable {
 
  private:
   struct Entry {
-    std::variant<std::string, char> value;
+    bool isString;
+    std::string string;  // the value, or empty
+    char character;      // the value, or 0
     int token;
     bool keyword;
   };
 
   // The entry at `index`, or null. Valid until the table changes.
   const Entry *find(int index) const;
-  // Appends the entry and returns its index.
-  int append(Entry entry);
   // Writes the entries to `out`, each line behind `margin`.
   void write(std::ostream &out, const std::string &margin) const;
 

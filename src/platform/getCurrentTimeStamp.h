@@ -10,7 +10,8 @@
 //
 // When the environment variable SOURCE_DATE_EPOCH holds a decimal count of
 // seconds since 1970-01-01T00:00:00Z, that time is given instead, in UTC, so
-// that output can be reproduced. Any other content of the variable is ignored.
+// that output can be reproduced. Any other content of the variable, a year of
+// more than four digits included, is ignored.
 //
 // Safe to call from several threads, as long as none changes the environment.
 std::string getCurrentTimeStamp(int form);
