@@ -23,15 +23,22 @@ Counts countEntries(const Inventory &inventory) {
   return counts;
 }
 
-// The inputs are never written to, so the result cannot lie in one.
+// The path with symbolic links resolved and without a slash at its end; empty
+// when it cannot be resolved.
+fs::path resolve(const fs::path &path) {
+  std::error_code ignored;
+  const fs::path resolved = fs::weakly_canonical(fs::absolute(path), ignored);
+  return resolved.has_filename() ? resolved : resolved.parent_path();
+}
+
+// The inputs are never written to, so the result cannot lie in one. (An input
+// that cannot be resolved cannot be read either, which is reported then.)
 void requireOutside(const fs::path &out, const fs::path &input) {
-  const auto resolve = [](const fs::path &path) {
-    std::error_code ignored;
-    const fs::path resolved = fs::weakly_canonical(fs::absolute(path), ignored);
-    return resolved.has_filename() ? resolved : resolved.parent_path();
-  };
   const fs::path inner = resolve(out);
   const fs::path outer = resolve(input);
+  if (outer.empty()) {
+    return;
+  }
   const auto ends =
       std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
   if (ends.first == outer.end()) {

@@ -16,8 +16,8 @@ struct ApplyOptions {
   std::filesystem::path oldDirectory;  // the old installation's schema
   std::filesystem::path newDirectory;  // the new release's
   std::filesystem::path outDirectory;  // where the result goes
-  std::optional<std::filesystem::path> excludedOids;
-  std::optional<std::filesystem::path> modifiedOids;
+  std::optional<std::filesystem::path> excludedOids = {};
+  std::optional<std::filesystem::path> modifiedOids = {};
 };
 
 // Definitions of each kind in each file.

@@ -82,11 +82,16 @@ class Conflicts {
 
   std::string againstStorage(const Entry &entry) const {
     const auto carried = m_carriedByOid.find(entry.oid);
-    const bool hasAttributeType =
-        m_newFiles.firstWithOid(Kind::kAttributeType, entry.oid) != nullptr ||
-        (carried != m_carriedByOid.end() &&
-         carried->second->kind == Kind::kAttributeType);
-    return hasAttributeType ? "" : "there is no attribute type with its OID";
+    if (m_newFiles.firstWithOid(Kind::kAttributeType, entry.oid) == nullptr &&
+        (carried == m_carriedByOid.end() ||
+         carried->second->kind != Kind::kAttributeType)) {
+      return "there is no attribute type with its OID";
+    }
+    const Entry *rival = m_newFiles.firstWithOid(Kind::kObjectClass, entry.oid);
+    return rival == nullptr
+               ? ""
+               : "the release has this OID with another definition: " +
+                     atPlace(m_newFiles, *rival);
   }
 
   static std::string atPlace(const Inventory &files, const Entry &entry) {

@@ -145,7 +145,8 @@ void Inventory::readFile(std::size_t file) {
   const char *name = kSchemaFiles[file].name;
   const fs::path path = m_directory / name;
   GuardedLexan lexan(m_directory.string(), name);
-  Entry entry{Kind::kAttributeType, file, 0, "", "", "", Entry::kNone, false};
+  Entry entry{Kind::kAttributeType, file,  0,    "", "", "",
+              Entry::kNone,         false, false};
 
   const auto readDefinition = [&](int keyword, bool inBraces) {
     const bool complete = parse(&lexan, keyword, &entry);
@@ -196,6 +197,9 @@ void Inventory::add(Entry entry) {
     const std::size_t number = m_entries.size();
     const auto [holder, isNew] = m_holders[kind].try_emplace(entry.key, number);
     entry.shadowedBy = isNew ? Entry::kNone : holder->second;
+    if (!isNew) {
+      m_entries[holder->second].repeated = true;
+    }
     m_firstWithOid[kind].try_emplace(entry.oid, number);
   }
   m_entries.push_back(std::move(entry));

@@ -24,6 +24,8 @@ struct Entry {
   // The entry that took the key before, an index of entries(); kNone if this
   // one has it.
   std::size_t shadowedBy;
+  // Whether a later entry has the same key.
+  bool repeated;
   // Whether a manager leaves it out for want of an OID.
   bool dropped;
 

@@ -34,6 +34,10 @@ class Check {
             m_readBack.objectClasses());
     compare(Kind::kStorage, m_result.storageDefinitions(),
             m_readBack.storageDefinitions());
+    compareByOid(Kind::kAttributeType, m_result.attributeTypesByOid(),
+                 m_readBack.attributeTypesByOid());
+    compareByOid(Kind::kObjectClass, m_result.objectClassesByOid(),
+                 m_readBack.objectClassesByOid());
     reportRemains();
     return m_losses;
   }
@@ -51,6 +55,22 @@ class Check {
         if (kind != Kind::kStorage || !isWithdrawn(key)) {
           report(kind, key);
         }
+      }
+    }
+  }
+
+  // The release's definitions that only their OID leads to are written, too.
+  template <class Definition>
+  void compareByOid(Kind kind, const Table<Definition> &expected,
+                    const Table<Definition> &found) {
+    for (const auto &[oid, definition] : expected) {
+      const Entry *entry = m_schemas.newFiles().firstWithOid(kind, oid);
+      if (entry == nullptr || entry->held() || isWithdrawn(oid)) {
+        continue;
+      }
+      const auto other = found.find(oid);
+      if (other == found.end() || !equal(definition, other->second)) {
+        reportOwn(*entry);
       }
     }
   }
@@ -85,12 +105,15 @@ class Check {
       m_losses.errors.push_back(line(m_schemas.oldFiles(), *entry, "error"));
       return;
     }
+    reportOwn(*m_schemas.newFiles().holder(kind, key));
+  }
+
+  void reportOwn(const Entry &entry) {
     const Inventory &files = m_schemas.newFiles();
-    const Entry &own = *files.holder(kind, key);
-    if (lostAnyway(own)) {
-      m_losses.warnings.push_back(line(files, own, "warning"));
+    if (lostAnyway(entry)) {
+      m_losses.warnings.push_back(line(files, entry, "warning"));
     } else {
-      m_losses.errors.push_back(line(files, own, "error"));
+      m_losses.errors.push_back(line(files, entry, "error"));
     }
   }
 
@@ -100,11 +123,15 @@ class Check {
            " is not in the result as it stands here";
   }
 
-  // Whether a release's entry would be lost without a migration, too: a file is
-  // written from the first definition of each OID, and a storage definition
-  // with its attribute type only.
+  // Whether a release's entry would be lost without a migration, too: files are
+  // written in the order of the OIDs, so that another definition may come to be
+  // the first of its name; from the first definition of each OID; and a storage
+  // definition with its attribute type only.
   bool lostAnyway(const Entry &entry) const {
     const Inventory &files = m_schemas.newFiles();
+    if (entry.repeated) {
+      return true;
+    }
     const bool attribute =
         files.firstWithOid(Kind::kAttributeType, entry.oid) != nullptr;
     const bool objectClass =

@@ -1,6 +1,7 @@
 // The command schema-migrate.
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -36,18 +37,13 @@ struct Options {
   std::string newDirectory;
   std::string outDirectory;
   std::string directory;
-  std::string excludedOids;
-  std::string modifiedOids;
-  std::string trace;
+  std::optional<std::string> excludedOids;
+  std::optional<std::string> modifiedOids;
+  std::optional<std::string> trace;
   unsigned int traceEvents = TraceFile::kAllEvents;
   std::string table;
   std::vector<std::string> keys;
 };
-
-// A path that was given, or nothing.
-std::optional<std::string> given(const std::string &path) {
-  return path.empty() ? std::nullopt : std::optional<std::string>(path);
-}
 
 void warn(const std::vector<std::string> &lines) {
   for (const std::string &line : lines) {
@@ -59,8 +55,8 @@ void warn(const std::vector<std::string> &lines) {
 std::unique_ptr<Schemas> readSchemas(const Options &options) {
   auto schemas =
       std::make_unique<Schemas>(options.oldDirectory, options.newDirectory);
-  if (!options.excludedOids.empty()) {
-    schemas->readExcludedOids(options.excludedOids);
+  if (options.excludedOids) {
+    schemas->readExcludedOids(*options.excludedOids);
   }
   warn(schemas->oldFiles().ignoredEntries());
   warn(schemas->newFiles().ignoredEntries());
@@ -69,8 +65,8 @@ std::unique_ptr<Schemas> readSchemas(const Options &options) {
 
 int runApply(const Options &options) {
   const ApplyOptions what{options.oldDirectory, options.newDirectory,
-                          options.outDirectory, given(options.excludedOids),
-                          given(options.modifiedOids)};
+                          options.outDirectory, options.excludedOids,
+                          options.modifiedOids};
   const ApplyResult result = apply(what);
   warn(result.warnings);
   printReport(what, result, &std::cout);
@@ -92,7 +88,7 @@ int runShow(const Options &options) {
 }
 
 int runDump(const Options &options) {
-  dump(options.directory, given(options.excludedOids), options.table);
+  dump(options.directory, options.excludedOids, options.table);
   return kDone;
 }
 
@@ -165,10 +161,10 @@ class CommandLine {
     } catch (const CLI::ParseError &error) {
       return m_app.exit(error) == 0 ? kDone : kTrouble;
     }
-    if (m_options.trace.empty()) {
+    if (!m_options.trace) {
       return m_run(m_options);
     }
-    TraceFile trace(m_options.trace, m_options.traceEvents);
+    TraceFile trace(*m_options.trace, m_options.traceEvents);
     const int status = m_run(m_options);
     trace.close();
     return status;
@@ -201,7 +197,8 @@ class CommandLine {
   }
 
   static void addFile(CLI::App *command, const std::string &name,
-                      std::string *value, const std::string &description) {
+                      std::optional<std::string> *value,
+                      const std::string &description) {
     command->add_option(name, *value, description)->type_name("FILE");
   }
 
@@ -222,6 +219,9 @@ class CommandLine {
 }  // namespace
 
 int main(int argc, char **argv) {
+  // A file that grows beyond its limit is an error to report, and not a reason
+  // to die without tidying up.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return CommandLine().run(argc, argv);
   } catch (const Trouble &trouble) {

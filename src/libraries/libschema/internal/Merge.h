@@ -64,15 +64,32 @@ class SchemaManager::Merge {
       m_walked.push_back(entry);
       if (namesake != nullptr) {
         replace(replacedBy(definition, namesake), entry->first, definition);
+        enterByOid(definition);
       } else {
         oids->insert(definition->oid());
-        m_targetTable.try_emplace(entry->first, definition);
-      }
-      if (m_targetByOid != nullptr) {
-        m_targetByOid->try_emplace(definition->oid(), definition);
+        add(entry->first, definition);
       }
     }
     return true;
+  }
+
+  // Inserting never overwrites: the OID stays that of the first definition.
+  void enterByOid(Definition *definition) {
+    if (m_targetByOid != nullptr) {
+      m_targetByOid->try_emplace(definition->oid(), definition);
+    }
+  }
+
+  // Files a definition in both tables of the target, or, when it throws, in
+  // neither.
+  void add(const std::string &name, Definition *definition) {
+    const Entry entry = m_targetTable.try_emplace(name, definition).first;
+    try {
+      enterByOid(definition);
+    } catch (...) {
+      m_targetTable.erase(entry);
+      throw;
+    }
   }
 
   // The definition of the target that gives way to one that has the key of

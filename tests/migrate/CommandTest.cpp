@@ -1,0 +1,334 @@
+// The command, as a user runs it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "MigrateTesting.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+const Arguments kApply = {"apply", "--old", "old", "--new",
+                          "new",   "--out", "out"};
+
+constexpr char kHelp[] =
+    R"(Carries a directory server's schema into a new release.
+Usage: schema-migrate [OPTIONS] SUBCOMMAND
+
+Options:
+  -h,--help                   Print this help message and exit
+  --version                   Display program version information and exit
+
+Subcommands:
+  apply                       Carry the schema of an old installation into a new release's and write the result to a new directory.
+  collisions                  Report the definitions of an old installation that collide with a new release.
+  compare                     Say what is identical in two schemas, what differs and in what fields, and what only one of them has.
+  show                        Show definitions with their superiors, what they inherit, and how they are stored.
+  dump                        Print the library's diagnostic dumps of a schema.
+
+Exit status:
+  0 done, and nothing found
+  1 something found: collisions, differences, an unknown name
+  2 trouble: wrong usage, bad input, a file that fails; nothing is changed
+)";
+
+constexpr char kApplyHelp[] =
+    R"(Carry the schema of an old installation into a new release's and write the result to a new directory.
+Usage: schema-migrate apply [OPTIONS]
+
+Options:
+  -h,--help                   Print this help message and exit
+  --trace FILE                File for a trace of the library's operations
+  --trace-events MASK Needs: --trace
+                              What to trace, as a mask of event bits: 0x1000 and 0x10000 operations, 0x4000000 messages
+  --old DIR REQUIRED          Schema directory of the old installation
+  --new DIR REQUIRED          Schema directory of the new release
+  --excluded-oids FILE        List of OIDs that are not to be carried
+  --out DIR REQUIRED          Directory for the result; must not exist or be empty
+  --modified-oids FILE        List of OIDs whose definitions are withdrawn from the result's modified schema
+
+Example:
+  schema-migrate apply --old /srv/old/schema --new /srv/new/schema --out /srv/merged
+
+Exit status:
+  0 done, and nothing found
+  1 something found: collisions, differences, an unknown name
+  2 trouble: wrong usage, bad input, a file that fails; nothing is changed
+)";
+
+// A directory in which the migration `kApply` works.
+class CommandTest : public MigrateTest {
+ protected:
+  CommandTest() {
+    write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
+    writeSmallRelease();
+  }
+
+  const FixedDate m_date;
+};
+
+struct UsageCase {
+  Arguments arguments;
+  int status;
+  std::string out;
+  std::string error;  // without the reference to --help
+};
+
+void PrintTo(const UsageCase &usage, std::ostream *out) {
+  for (const std::string &argument : usage.arguments) {
+    *out << argument << ' ';
+  }
+}
+
+class CommandUsageTest : public CommandTest,
+                         public testing::WithParamInterface<UsageCase> {};
+
+TEST_P(CommandUsageTest, AnswersAndChangesNothing) {
+  const UsageCase &usage = GetParam();
+  const auto before = snapshotOf(root());
+  const CommandResult result = run(usage.arguments);
+  EXPECT_EQ(result.status, usage.status);
+  EXPECT_EQ(result.out, usage.out);
+  EXPECT_EQ(result.error,
+            usage.error.empty()
+                ? ""
+                : usage.error + "\nRun with --help for more information.\n");
+  EXPECT_EQ(snapshotOf(root()), before);
+}
+
+const UsageCase kUsages[] = {
+    {{"--help"}, 0, kHelp, ""},
+    {{"-h"}, 0, kHelp, ""},
+    {{"--help", "--old", "old"}, 0, kHelp, ""},
+    {{"apply", "--help"}, 0, kApplyHelp, ""},
+    {{"apply", "-h", "--old", "old"}, 0, kApplyHelp, ""},
+    {{"--version"}, 0, "schema-migrate " SCHEMA_MIGRATE_VERSION "\n", ""},
+    {{}, 2, "", "A subcommand is required"},
+    {{"Apply"}, 2, "", "A subcommand is required"},
+    {{"--frobnicate"}, 2, "", "A subcommand is required"},
+    {{"apply"}, 2, "", "--old is required"},
+    {{"apply", "--new", "new", "--out", "out"}, 2, "", "--old is required"},
+    {{"apply", "--old", "old", "--out", "out"}, 2, "", "--new is required"},
+    {{"apply", "--old", "old", "--new", "new"}, 2, "", "--out is required"},
+    {{"apply", "--old", "old", "--new", "new", "--out"},
+     2,
+     "",
+     "--out: 1 required DIR missing"},
+    {{"apply", "--old", "old", "--new", "new", "--out", "out", "more"},
+     2,
+     "",
+     "The following argument was not expected: more"},
+    {{"apply", "--old", "old", "--new", "new", "--out", "out", "--out",
+      "other"},
+     2,
+     "",
+     "--out: At Most 1 required but received 2"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Usage, CommandUsageTest, testing::ValuesIn(kUsages));
+
+TEST_F(CommandTest, MigratesAndReports) {
+  const CommandResult result = run(kApply);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.out, R"(old installation: old
+  not there: V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.system.oc V3.config.at V3.config.oc V3.modifiedschema
+                                              read  identical   excluded      added   replaced    ignored
+  V3.user.at        attribute types              1          0          0          1          0          0
+  all                                            1          0          0          1          0          0
+
+new release: new
+  not there: V3.user.at V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.config.at V3.config.oc V3.modifiedschema
+result: out
+                                           release     result
+  V3.user.at        attribute types              0          1
+  V3.system.oc      object classes               1          1
+  all                                            1          2
+)");
+  EXPECT_EQ(read("out/V3.user.at"),
+            std::string(kHeaderLine) +
+                "attributetypes=( 1.1 NAME ( 'a'  )  DESC 'x' USAGE "
+                "userApplications  )\n");
+  EXPECT_EQ(read("out/V3.system.oc"),
+            std::string(kHeaderLine) +
+                "objectclasses=( 2.5.6.0 NAME 'top' ABSTRACT )\n");
+  EXPECT_EQ(
+      namesIn(path("out")),
+      (Arguments{"V3.modifiedschema", "V3.qor.at", "V3.qor.oc", "V3.system.at",
+                 "V3.system.oc", "V3.user.at", "V3.user.oc"}));
+  EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
+}
+
+TEST_F(CommandTest, MigratesTheExamples) {
+  const std::string examples = SCHEMA_EXAMPLES_DIR;
+  const CommandResult result =
+      run({"apply", "--old", examples + "/old-installation", "--new",
+           examples + "/new-release", "--excluded-oids",
+           examples + "/excluded-oids.txt", "--out", "out"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(replaceAll(result.out, examples, "examples"),
+            R"(old installation: examples/old-installation
+                                              read  identical   excluded      added   replaced    ignored
+  V3.user.at        attribute types             24         11          1         11          1          0
+                    storage definitions         24         11          1         11          1          0
+  V3.user.oc        object classes               7          1          1          4          1          0
+  V3.qor.at         attribute types              7          6          0          1          0          0
+                    storage definitions          7          6          0          1          0          0
+  V3.qor.oc         object classes               8          7          0          1          0          0
+  V3.system.at      attribute types             83         76          1          3          3          0
+                    storage definitions         83         75          1          3          4          0
+  V3.system.oc      object classes              23         20          0          1          2          0
+  V3.config.at      attribute types              7          5          1          0          1          0
+                    storage definitions          7          6          1          0          0          0
+  V3.config.oc      object classes               2          1          0          0          1          0
+  V3.modifiedschema attribute types              2          1          0          0          1          0
+                    object classes               1          0          0          0          1          0
+                    storage definitions          2          2          0          0          0          0
+  all                                          287        228          7         36         16          0
+
+new release: examples/new-release
+result: out
+                                           release     result
+  V3.user.at        attribute types             12         23
+                    storage definitions         12         23
+  V3.user.oc        object classes               2          6
+  V3.qor.at         attribute types              7          8
+                    storage definitions          7          8
+  V3.qor.oc         object classes               8          9
+  V3.system.at      attribute types             81         84
+                    storage definitions         81         84
+  V3.system.oc      object classes              22         23
+  V3.config.at      attribute types              6          6
+                    storage definitions          6          6
+  V3.config.oc      object classes               2          2
+  V3.modifiedschema attribute types              5          5
+                    object classes               2          2
+                    storage definitions          5          5
+  all                                          258        294
+)");
+  EXPECT_EQ(namesIn(path("out")),
+            (Arguments{"V3.config.at", "V3.config.oc", "V3.modifiedschema",
+                       "V3.qor.at", "V3.qor.oc", "V3.system.at", "V3.system.oc",
+                       "V3.user.at", "V3.user.oc"}));
+}
+
+TEST_F(CommandTest, PutsTheResultWhereItIsTold) {
+  struct {
+    const char *out;
+    const char *where;
+  } const kCases[] = {
+      {"out", "out"},
+      {"out/", "out"},
+      {"./missing/../out", "out"},
+      {"empty", "empty"},
+      {"empty/", "empty"},
+      {"empty/.", "empty"},
+      {"empty/out", "empty/out"},
+      {"link/", "empty"},
+      {"link/out/", "empty/out"},
+      {"old-result", "old-result"},
+  };
+  for (const auto &[out, where] : kCases) {
+    SCOPED_TRACE(out);
+    fs::create_directory(path("empty"));
+    fs::create_directory_symlink("empty", path("link"));
+    auto before = snapshotOf(root());
+    const CommandResult result =
+        run({"apply", "--old", "old", "--new", "new", "--out", out});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "");
+    EXPECT_NE(result.out.find(std::string("\nresult: ") + out + '\n'),
+              std::string::npos);
+    EXPECT_EQ(namesIn(path(where)).size(), 7U);
+    fs::remove_all(path(where));
+    auto after = snapshotOf(root());
+    before.erase("empty");  // its time of modification
+    after.erase("empty");
+    EXPECT_EQ(after, before);
+    fs::remove_all(path("empty"));
+    fs::remove(path("link"));
+  }
+}
+
+TEST_F(CommandTest, PutsTheResultIntoTheCurrentDirectory) {
+  fs::create_directory(path("empty"));
+  const CommandResult result =
+      runCommand(path("empty"),
+                 {"apply", "--old", "../old", "--new", "../new", "--out", "."});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(namesIn(path("empty")).size(), 7U);
+  EXPECT_EQ(namesIn(root()), (Arguments{"empty", "new", "old"}));
+}
+
+TEST_F(CommandTest, WritesTheSameBytesAtTheSameDate) {
+  write("new/V3.config.at", "# no definition");
+  ASSERT_EQ(run(kApply).status, 0);
+  fs::rename(path("out"), path("first"));
+  ASSERT_EQ(run(kApply).status, 0);
+  ASSERT_EQ(namesIn(path("out")), namesIn(path("first")));
+  for (const std::string &name : namesIn(path("out"))) {
+    EXPECT_EQ(read("out/" + name), read("first/" + name)) << name;
+  }
+}
+
+// Repeated definitions are never freed, which is the library's contract; so
+// they are none of the leak checker's business here.
+void allowLeaks() {
+  const char *options = getenv("ASAN_OPTIONS");
+  const std::string before = options == nullptr ? "" : options;
+  setenv("ASAN_OPTIONS", (before + ":detect_leaks=0").c_str(), 1);
+}
+
+TEST_F(CommandTest, PrintsWarningsToStandardErrorAndSucceeds) {
+  write("old/V3.user.at",
+        "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+        "attributetypes=( 1.2 NAME 'A' DESC 'x' )\n");
+  write("new/V3.qor.at", "QORAttributetypes=( 1.3 LENGTH 4 )\n");
+  const CommandResult result = run(kApply, allowLeaks);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error,
+            "old/V3.user.at:2: warning: attribute type 'A' (1.2) is ignored: "
+            "old/V3.user.at:1 defines the same first name\n"
+            "new/V3.qor.at:1: warning: storage definition (1.3) is not in the "
+            "result as it stands here\n");
+  EXPECT_EQ(result.out, R"(old installation: old
+  not there: V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.system.oc V3.config.at V3.config.oc V3.modifiedschema
+                                              read  identical   excluded      added   replaced    ignored
+  V3.user.at        attribute types              2          0          0          1          0          1
+  all                                            2          0          0          1          0          1
+
+new release: new
+  not there: V3.user.at V3.user.oc V3.qor.oc V3.system.at V3.config.at V3.config.oc V3.modifiedschema
+result: out
+                                           release     result
+  V3.user.at        attribute types              0          1
+  V3.qor.at         storage definitions          1          0
+  V3.system.oc      object classes               1          1
+  all                                            2          2
+)");
+}
+
+TEST_F(CommandTest, LeavesOutWhatIsExcluded) {
+  write("excluded", "1.1 # a\n");
+  Arguments arguments = kApply;
+  arguments.insert(arguments.end(), {"--excluded-oids", "excluded"});
+  const CommandResult result = run(arguments);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_NE(result.out.find("  V3.user.at        attribute types              1"
+                            "          0          1          0          0"
+                            "          0\n"),
+            std::string::npos)
+      << result.out;
+  EXPECT_EQ(read("out/V3.user.at"), "");
+}
+
+}  // namespace

@@ -1,0 +1,261 @@
+#include "OutputDirectory.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "MigrateTesting.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+constexpr char kNotFree[] =
+    "expected nothing or an empty directory there, found something; the result "
+    "goes to a new directory";
+
+void writeFile(const fs::path &path, const std::string &text) {
+  std::ofstream(path) << text;
+}
+
+// In a directory of its own, which is empty but for what a test puts there.
+class OutputDirectoryTest : public MigrateTest {
+ protected:
+  OutputDirectoryTest() {
+    fs::remove(path("old"));
+    fs::remove(path("new"));
+  }
+
+  // Where the files of `target` are made first.
+  static std::string workingName(const std::string &target, int number = 0) {
+    return "." + target + ".partial-" + std::to_string(getpid()) + "-" +
+           std::to_string(number);
+  }
+
+  // What the constructor throws; it must change nothing.
+  std::string refusal(const fs::path &target) const {
+    const auto before = snapshotOf(root());
+    const std::string trouble =
+        relative(troubleOf([&target] { const OutputDirectory out(target); }));
+    EXPECT_EQ(snapshotOf(root()), before);
+    return trouble;
+  }
+
+  // What commit() throws; it must change nothing.
+  std::string commitTrouble(OutputDirectory *out) const {
+    const auto before = snapshotOf(root());
+    const std::string trouble = relative(troubleOf([out] { out->commit(); }));
+    EXPECT_EQ(snapshotOf(root()), before);
+    return trouble;
+  }
+};
+
+TEST_F(OutputDirectoryTest, MakesAnEmptyDirectoryBesideTheTarget) {
+  const OutputDirectory out(path("out"));
+  EXPECT_EQ(out.working(), fs::canonical(root()) / workingName("out"));
+  EXPECT_EQ(namesIn(root()), Names{workingName("out")});
+  EXPECT_EQ(namesIn(out.working()), Names());
+}
+
+TEST_F(OutputDirectoryTest, RemovesWhatWasMadeUnlessCommitted) {
+  {
+    const OutputDirectory out(path("out"));
+    writeFile(out.working() / "file", "text");
+    fs::create_directory(out.working() / "directory");
+    writeFile(out.working() / "directory/file", "text");
+  }
+  EXPECT_EQ(namesIn(root()), Names());
+}
+
+TEST_F(OutputDirectoryTest, AppearsWhenCommitted) {
+  {
+    OutputDirectory out(path("out"));
+    writeFile(out.working() / "one", "text\n");
+    writeFile(out.working() / "two", "");
+    EXPECT_FALSE(fs::exists(path("out")));
+    out.commit();
+    EXPECT_EQ(out.working(), fs::path());
+  }
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(namesIn(path("out")), (Names{"one", "two"}));
+  EXPECT_EQ(read("out/one"), "text\n");
+  EXPECT_EQ(read("out/two"), "");
+}
+
+TEST_F(OutputDirectoryTest, MayBeEmptyWhenCommitted) {
+  OutputDirectory(path("out")).commit();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(namesIn(path("out")), Names());
+}
+
+TEST_F(OutputDirectoryTest, TakesThePlaceOfAnEmptyDirectory) {
+  fs::create_directory(path("out"));
+  OutputDirectory out(path("out"));
+  writeFile(out.working() / "file", "text");
+  EXPECT_EQ(namesIn(path("out")), Names());
+  out.commit();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(namesIn(path("out")), Names{"file"});
+}
+
+TEST_F(OutputDirectoryTest, LeavesAnEmptyDirectoryUnlessCommitted) {
+  fs::create_directory(path("out"));
+  const auto before = snapshotOf(root());
+  {
+    const OutputDirectory out(path("out"));
+    writeFile(out.working() / "file", "text");
+  }
+  EXPECT_EQ(snapshotOf(root()), before);
+}
+
+TEST_F(OutputDirectoryTest, TakesATargetWithASlashAtItsEnd) {
+  for (const bool exists : {false, true}) {
+    SCOPED_TRACE(exists);
+    fs::remove_all(path("out"));
+    if (exists) {
+      fs::create_directory(path("out"));
+    }
+    OutputDirectory out(path("out") / "");
+    EXPECT_EQ(out.working().filename(), workingName("out"));
+    writeFile(out.working() / "file", "text");
+    out.commit();
+    EXPECT_EQ(namesIn(root()), Names{"out"});
+    EXPECT_EQ(namesIn(path("out")), Names{"file"});
+  }
+}
+
+TEST_F(OutputDirectoryTest, ResolvesDotsInTheTarget) {
+  OutputDirectory out(path("missing/../out/."));
+  EXPECT_EQ(namesIn(root()), Names{workingName("out")});
+  out.commit();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+}
+
+// The working directory must lie on the file system of the target.
+TEST_F(OutputDirectoryTest, FollowsSymbolicLinks) {
+  fs::create_directories(path("real/empty"));
+  fs::create_directory_symlink("real", path("link"));
+  fs::create_directory_symlink("real/empty", path("link-to-empty"));
+  const Names top{"link", "link-to-empty", "real"};
+  {
+    OutputDirectory out(path("link/out"));
+    EXPECT_EQ(namesIn(path("real")), (Names{workingName("out"), "empty"}));
+    out.commit();
+  }
+  EXPECT_EQ(namesIn(path("real")), (Names{"empty", "out"}));
+  {
+    OutputDirectory out(path("link-to-empty"));
+    EXPECT_EQ(namesIn(path("real")),
+              (Names{workingName("empty"), "empty", "out"}));
+    writeFile(out.working() / "file", "text");
+    out.commit();
+  }
+  EXPECT_TRUE(fs::is_symlink(path("link-to-empty")));
+  EXPECT_EQ(namesIn(path("real/empty")), Names{"file"});
+  EXPECT_EQ(namesIn(root()), top);
+}
+
+TEST_F(OutputDirectoryTest, RefusesATargetThatIsNotFree) {
+  fs::create_directory(path("full"));
+  write("full/file", "");
+  fs::create_directory_symlink("full", path("link"));
+  fs::create_symlink("nowhere", path("dangling"));
+  write("file", "");
+  ASSERT_EQ(mkfifo(path("fifo").c_str(), 0600), 0);
+  for (const char *name : {"full", "full/file", "dangling", "file", "fifo"}) {
+    EXPECT_EQ(refusal(path(name)), std::string(name) + ": error: " + kNotFree);
+  }
+  EXPECT_EQ(refusal(path("link")), std::string("full: error: ") + kNotFree);
+  EXPECT_EQ(refusal(path("full/")), std::string("full: error: ") + kNotFree);
+  EXPECT_EQ(refusal("/"), std::string("/: error: ") + kNotFree);
+}
+
+TEST_F(OutputDirectoryTest, RefusesATargetWithoutAParent) {
+  write("file", "");
+  EXPECT_EQ(refusal(path("missing/out")),
+            "missing/" + workingName("out") +
+                ": error: cannot create the directory: No such file or "
+                "directory");
+  EXPECT_EQ(refusal(path("file/out")),
+            "file/" + workingName("out") +
+                ": error: cannot create the directory: Not a directory");
+}
+
+TEST_F(OutputDirectoryTest, RefusesALinkThatLeadsNowhere) {
+  fs::create_symlink("loop", path("loop"));
+  EXPECT_EQ(refusal(path("loop")),
+            "loop: error: Too many levels of symbolic links");
+  EXPECT_EQ(refusal(path("loop/out")),
+            "loop/out: error: Too many levels of symbolic links");
+}
+
+TEST_F(OutputDirectoryTest, LeavesTheWorkingDirectoriesOfOthersAlone) {
+  fs::create_directory(path(workingName("out", 0)));
+  write(workingName("out", 0) + "/file", "text");
+  write(workingName("out", 1), "text");
+  {
+    const OutputDirectory out(path("out"));
+    EXPECT_EQ(out.working().filename(), workingName("out", 2));
+  }
+  EXPECT_EQ(namesIn(root()),
+            (Names{workingName("out", 0), workingName("out", 1)}));
+  EXPECT_EQ(read(workingName("out", 0) + "/file"), "text");
+}
+
+TEST_F(OutputDirectoryTest, TheFirstOfTwoForOneTargetWins) {
+  OutputDirectory first(path("out"));
+  std::optional<OutputDirectory> second;
+  second.emplace(path("out"));
+  writeFile(first.working() / "file", "first");
+  writeFile(second->working() / "file", "second");
+  first.commit();
+  EXPECT_EQ(commitTrouble(&*second),
+            "out: error: cannot create the directory: Directory not empty");
+  second.reset();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(read("out/file"), "first");
+}
+
+TEST_F(OutputDirectoryTest, FailsToCommitWhenAFileHasTakenThePlace) {
+  std::optional<OutputDirectory> out;
+  out.emplace(path("out"));
+  write("out", "text");
+  EXPECT_EQ(commitTrouble(&*out),
+            "out: error: cannot create the directory: Not a directory");
+  out.reset();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(read("out"), "text");
+}
+
+TEST_F(OutputDirectoryTest, FailsToCommitWhatDoesNotReachTheDisk) {
+  std::optional<OutputDirectory> out;
+  out.emplace(path("out"));
+  fs::create_symlink("nowhere", out->working() / "file");
+  EXPECT_EQ(commitTrouble(&*out),
+            workingName("out") +
+                "/file: error: cannot open: No such file or directory");
+  fs::remove(out->working() / "file");
+  fs::create_symlink("/proc/version", out->working() / "file");
+  EXPECT_EQ(commitTrouble(&*out),
+            workingName("out") +
+                "/file: error: cannot write to disk: Invalid argument");
+  out.reset();
+  EXPECT_EQ(namesIn(root()), Names());
+}
+
+TEST_F(OutputDirectoryTest, FailsToCommitWhenItsFilesAreGone) {
+  OutputDirectory out(path("out"));
+  fs::remove_all(out.working());
+  EXPECT_THROW(out.commit(), Trouble);
+  EXPECT_EQ(namesIn(root()), Names());
+}
+
+}  // namespace
