@@ -229,6 +229,26 @@ TEST(AttributeParseTest, ATextThatRepeatsTheOneBeforeIsOfItsKind) {
                      "EQUALITY 1.4 USAGE userApplications  )\n"}));
 }
 
+// Whatever ends a string is dropped in place of its quote.
+TEST(AttributeParseTest, AStringEndsAtTheEndOfItsLine) {
+  EXPECT_EQ(parseWhole<Attribute>("attributetypes=( 1.2 DESC 'It is\n"
+                                  "SYNTAX 1.3 NAME ( 'a\n'b' )\n"
+                                  "USAGE 'x\n)"),
+            (Outcome{1, ')', TOK_DONE,
+                     "attributetypes=( 1.2 NAME ( 'a' 'b'  )  DESC 'It is' "
+                     "SYNTAX 1.3 USAGE x  )\n"}));
+}
+
+// Here the byte after it is a token, the rest a word, and the quote that was to
+// close the string opens another.
+TEST(AttributeParseTest, AStringEndsAtAByteOutsideAscii) {
+  EXPECT_EQ(parseWhole<Attribute>("attributetypes=( 1.2 DESC 'a\xC3\xA9"
+                                  "b' SYNTAX 1.3 )\nOBSOLETE )"),
+            (Outcome{1, ')', TOK_DONE,
+                     "attributetypes=(  SYNTAX 1.3 ) NAME (  )  DESC 'a' "
+                     "OBSOLETE USAGE userApplications  )\n"}));
+}
+
 TEST(AttributeParseTest, OtherTokensBetweenTheFieldsAreIgnored) {
   std::vector<std::string> tokens = without(
       keywords(),

@@ -128,11 +128,10 @@ TEST(ObjectClassListTest, AnyOtherTokenEndsAList) {
   }
   for (const std::string field : kLists) {
     for (const std::string &token : tokens) {
-      const std::string list = filled(" ( cn % $ sn )", token);
-      SCOPED_TRACE(field + list);
-      EXPECT_EQ(
-          parseWhole<ObjectClass>("objectclasses=( 1.2 " + field + list + " )"),
-          (Outcome{1, ')', TOK_DONE, lineWith(field, "cn", "sn")}));
+      const std::string list = filled(field + " ( cn % $ sn )", token);
+      SCOPED_TRACE(list);
+      EXPECT_EQ(parseWhole<ObjectClass>("objectclasses=( 1.2 " + list + " )"),
+                (Outcome{1, ')', TOK_DONE, lineWith(field, "cn", "sn")}));
     }
   }
 }

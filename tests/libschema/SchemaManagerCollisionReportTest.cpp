@@ -1,7 +1,6 @@
 // The reports about what collides.
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 

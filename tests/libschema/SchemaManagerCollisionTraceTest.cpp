@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <ios>
-#include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <locale>
-#include <memory>
 #include <ostream>
 #include <set>
 #include <sstream>

@@ -147,8 +147,7 @@ TEST(SchemaSymbolTableTest, CanBeDeletedAsTheGeneralTable) {
 TEST(SchemaSymbolTableTest, FindsEachKeywordWithoutATable) {
   int index = 0;
   for (const auto &keyword : kKeywordTable) {
-    EXPECT_EQ(libschema::findKeyword(keyword.text), index++)
-        << keyword.text;
+    EXPECT_EQ(libschema::findKeyword(keyword.text), index++) << keyword.text;
   }
   EXPECT_EQ(libschema::findKeyword(""), -1);
 }
@@ -158,8 +157,7 @@ TEST(SchemaSymbolTableTest, FindsEachKeywordWithoutATable) {
 TEST(SchemaSymbolTableTest, BothSearchesAgreeOnWordsThatAreAlmostKeywords) {
   SchemaSymbolTable table;
   const auto expectBothAgree = [&table](const std::string &word) {
-    EXPECT_EQ(libschema::findKeyword(word), table.lookUpValue(word))
-        << word;
+    EXPECT_EQ(libschema::findKeyword(word), table.lookUpValue(word)) << word;
   };
   for (const auto &keyword : kKeywordTable) {
     const std::string text = keyword.text;

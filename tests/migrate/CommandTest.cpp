@@ -35,7 +35,7 @@ Subcommands:
 Exit status:
   0 done, and nothing found
   1 something found: collisions, differences, an unknown name
-  2 trouble: wrong usage, bad input, a file that fails; nothing is changed
+  2 trouble: wrong usage, bad input, a file that fails
 )";
 
 constexpr char kApplyHelp[] =
@@ -46,7 +46,7 @@ Options:
   -h,--help                   Print this help message and exit
   --trace FILE                File for a trace of the library's operations
   --trace-events MASK Needs: --trace
-                              What to trace, as a mask of event bits: 0x1000 and 0x10000 operations, 0x4000000 messages
+                              What to trace, as a mask of event bits: 0x1000 and 0x10000 operations (0x2000 and 0x20000 their ends alone), 0x4000000 messages
   --old DIR REQUIRED          Schema directory of the old installation
   --new DIR REQUIRED          Schema directory of the new release
   --excluded-oids FILE        List of OIDs that are not to be carried
@@ -59,7 +59,7 @@ Example:
 Exit status:
   0 done, and nothing found
   1 something found: collisions, differences, an unknown name
-  2 trouble: wrong usage, bad input, a file that fails; nothing is changed
+  2 trouble: wrong usage, bad input, a file that fails
 )";
 
 // A directory in which the migration `kApply` works.

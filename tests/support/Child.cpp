@@ -73,6 +73,8 @@ bool readUntilClosed(int pipe, std::chrono::milliseconds time,
 
 }  // namespace
 
+bool isSanitized() { return kSanitized; }
+
 std::ostream &operator<<(std::ostream &out, ChildResult::End end) {
   const char *const names[] = {"returned", "still running", "out of memory",
                                "killed", "failed"};

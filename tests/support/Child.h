@@ -7,6 +7,10 @@
 #include <ostream>
 #include <string>
 
+// Whether the program was built with a sanitizer, which needs memory and files
+// for itself.
+bool isSanitized();
+
 // How a child process ended.
 struct ChildResult {
   enum class End {

@@ -29,8 +29,8 @@ class Attribute : public QORSchema {
   void dump() override;
 
   // Writes "attributetypes=( ... )". The line reads back to the same values if
-  // no name is a keyword, syntax and usage are one word each, and the usage is
-  // not empty. But more than one superior reads back as the first, with the
+  // no name is a keyword, OID, syntax and usage are one word each, the usage is
+  // not empty, and no value repeats the text before it. But more than one superior reads back as the first, with the
   // last in the place of the OID, and a COLLECTIVE one does not read back.
   void dump(std::ofstream &out) override;
 

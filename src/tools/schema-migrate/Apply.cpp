@@ -68,8 +68,23 @@ void writeFiles(const fs::path &directory, Schemas *schemas) {
   }
 }
 
-// Throws Trouble with these lines, if there are any.
-void requireNone(const std::vector<std::string> &errors) {
+// What withdraw() has done, and which file holds a definition all the same.
+std::vector<Withdrawal> withdrawalsIn(const Inventory &written,
+                                      const Schemas &schemas) {
+  std::vector<Withdrawal> withdrawals = schemas.withdrawals();
+  for (Withdrawal &one : withdrawals) {
+    for (const Kind kind : {Kind::kAttributeType, Kind::kObjectClass}) {
+      const Entry *entry = written.firstWithOid(kind, one.oid);
+      if (!one.definition.empty() && entry != nullptr) {
+        one.staysIn = kSchemaFiles[entry->file].name;
+      }
+    }
+  }
+  return withdrawals;
+}
+
+// Throws Trouble with these lines and an advice, if there are any.
+void requireNone(const std::vector<std::string> &errors, const char *advice) {
   if (errors.empty()) {
     return;
   }
@@ -77,9 +92,7 @@ void requireNone(const std::vector<std::string> &errors) {
   for (const std::string &error : errors) {
     text += error + '\n';
   }
-  throw Trouble(text +
-                "nothing was written; to leave a definition of the old "
-                "installation out, list its OID in the file of excluded OIDs");
+  throw Trouble(text + "nothing was written; " + advice);
 }
 
 }  // namespace
@@ -93,14 +106,15 @@ ApplyResult apply(const ApplyOptions &options) {
     schemas.readExcludedOids(*options.excludedOids);
   }
   schemas.compare();
-  requireNone(findConflicts(&schemas));
+  requireNone(findConflicts(&schemas),
+              "to leave a definition of the old installation out, list its OID "
+              "in the file of excluded OIDs");
   schemas.merge();
   if (options.modifiedOids) {
     schemas.withdraw(*options.modifiedOids);
   }
 
   ApplyResult result;
-  result.withdrawals = schemas.withdrawals();
   result.oldRead = countEntries(schemas.oldFiles());
   result.newRead = countEntries(schemas.newFiles());
   for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
@@ -122,8 +136,11 @@ ApplyResult apply(const ApplyOptions &options) {
   writeFiles(out.working(), &schemas);
   const Inventory written(out.working());
   const Losses losses = findLosses(written, &schemas);
-  requireNone(losses.errors);
+  requireNone(losses.errors,
+              "the files do not read back as they should; is there room on the "
+              "disk?");
   result.written = countEntries(written);
+  result.withdrawals = withdrawalsIn(written, schemas);
   result.warnings.insert(result.warnings.end(), losses.warnings.begin(),
                          losses.warnings.end());
   out.commit();

@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <system_error>
 

@@ -10,7 +10,7 @@
 #include "ObjectClass.h"
 #include "QORAttribute.h"
 #include "Trouble.h"
-#include "ldtr.h"
+#include "Untraced.h"
 
 namespace fs = std::filesystem;
 
@@ -45,19 +45,6 @@ bool parse(GuardedLexan *lexan, int keyword, Entry *entry) {
       return parse<QORAttribute>(lexan, Kind::kStorage, entry);
   }
 }
-
-// Keeps the readings of an inventory out of a trace, which is to show what the
-// library does for its caller.
-class Untraced {
- public:
-  Untraced() : m_events(trcEvents) { trcEvents = 0; }
-  ~Untraced() { trcEvents = m_events; }
-  Untraced(const Untraced &) = delete;
-  Untraced &operator=(const Untraced &) = delete;
-
- private:
-  const unsigned int m_events;
-};
 
 }  // namespace
 

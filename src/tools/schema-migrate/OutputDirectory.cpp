@@ -90,6 +90,10 @@ void OutputDirectory::commit() {
        fs::directory_iterator(m_working, error)) {
     sync(file.path());
   }
+  if (error) {
+    throw Trouble(
+        errorAt(m_working, 0, "cannot read the directory: " + error.message()));
+  }
   sync(m_working);
   // An empty directory of that name gives way; anything else makes it fail.
   if (std::rename(m_working.c_str(), m_target.c_str()) != 0) {

@@ -1,7 +1,6 @@
 #include "Report.h"
 
 #include <iomanip>
-#include <numeric>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -100,9 +99,14 @@ void printReport(const ApplyOptions &options, const ApplyResult &result,
     *out << "\nmodified schema: " << options.modifiedOids->string() << '\n';
   }
   for (const Withdrawal &one : result.withdrawals) {
-    *out << "  "
-         << (one.definition.empty() ? one.oid + " is in no table"
-                                    : one.definition + " was withdrawn")
-         << '\n';
+    *out << "  ";
+    if (one.definition.empty()) {
+      *out << one.oid << " is in no table\n";
+    } else if (one.staysIn.empty()) {
+      *out << one.definition << " was withdrawn\n";
+    } else {
+      *out << one.definition << " stays in " << one.staysIn
+           << ", where its OID is recorded too\n";
+    }
   }
 }

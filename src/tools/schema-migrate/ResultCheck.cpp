@@ -4,6 +4,7 @@
 #include <map>
 
 #include "SchemaManager.h"
+#include "Untraced.h"
 
 namespace {
 
@@ -22,7 +23,6 @@ class Check {
   Check(const Inventory &written, Schemas *schemas)
       : m_schemas(*schemas),
         m_result(*schemas->newSchema()),
-        m_written(written),
         m_readBack(written.directory().string()) {
     readFiles(written, &m_readBack);
   }
@@ -38,7 +38,6 @@ class Check {
                  m_readBack.attributeTypesByOid());
     compareByOid(Kind::kObjectClass, m_result.objectClassesByOid(),
                  m_readBack.objectClassesByOid());
-    reportRemains();
     return m_losses;
   }
 
@@ -81,22 +80,6 @@ class Check {
     return std::any_of(all.begin(), all.end(), [&oid](const Withdrawal &one) {
       return one.oid == oid && !one.definition.empty();
     });
-  }
-
-  // Something that was withdrawn may be recorded for other files, too.
-  void reportRemains() {
-    for (const Withdrawal &one : m_schemas.withdrawals()) {
-      if (one.definition.empty()) {
-        continue;
-      }
-      for (const Kind kind : {Kind::kAttributeType, Kind::kObjectClass}) {
-        if (const Entry *entry = m_written.firstWithOid(kind, one.oid)) {
-          m_losses.warnings.push_back(
-              std::string("warning: ") + one.definition +
-              " was withdrawn, but stays in " + kSchemaFiles[entry->file].name);
-        }
-      }
-    }
   }
 
   void report(Kind kind, const std::string &key) {
@@ -150,7 +133,6 @@ class Check {
 
   Schemas &m_schemas;
   SchemaManager &m_result;
-  const Inventory &m_written;
   SchemaManager m_readBack;
   Losses m_losses;
 };
@@ -158,5 +140,6 @@ class Check {
 }  // namespace
 
 Losses findLosses(const Inventory &written, Schemas *schemas) {
+  const Untraced untraced;
   return Check(written, schemas).run();
 }

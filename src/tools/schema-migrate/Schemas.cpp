@@ -2,6 +2,7 @@
 
 #include "OidList.h"
 #include "Trouble.h"
+#include "Untraced.h"
 
 namespace fs = std::filesystem;
 
@@ -72,6 +73,7 @@ void Schemas::compare() {
 }
 
 Fate Schemas::fateOf(const Entry &entry) {
+  const Untraced untraced;
   if (!entry.held()) {
     return Fate::kRepeated;
   }
@@ -89,6 +91,7 @@ bool Schemas::isCarried(const Entry &entry) const {
 }
 
 bool Schemas::canBeAdded(const Entry &entry) {
+  const Untraced untraced;
   return m_newSchema.findOidInSet(&m_oldSchema, entry.oid) != nullptr;
 }
 
@@ -101,7 +104,7 @@ void Schemas::merge() {
 // The library does not say which OIDs it knew; so that is found out before.
 void Schemas::withdraw(const fs::path &modifiedOids) {
   for (const std::string &oid : readOidList(modifiedOids)) {
-    m_withdrawals.push_back({oid, describeByOid(m_newSchema, oid)});
+    m_withdrawals.push_back({oid, describeByOid(m_newSchema, oid), ""});
   }
   if (m_newSchema.modifySchema(modifiedOids.string()) != 0) {
     throw Trouble(errorAt(modifiedOids, 0, "cannot open the file"));

@@ -24,8 +24,11 @@ constexpr std::size_t kFates = 5;
 // What became of an OID of the list of modified ones.
 struct Withdrawal {
   std::string oid;
-  // The definition that was withdrawn, in words; empty when none has the OID.
+  // The definition that has the OID, in words; empty when none has.
   std::string definition;
+  // The file of the result that holds it all the same, because its OID is
+  // recorded there; empty when it is gone. Known when the result is written.
+  std::string staysIn;
 };
 
 // Reads the files of the inventory into `schema`, which is one for the same

@@ -152,7 +152,10 @@ class Shower {
     if (attributes.empty()) {
       return;
     }
-    std::cout << what << " by '" << superior.names().front() << "':";
+    std::cout << what << " by '"
+              << (superior.names().empty() ? superior.oid()
+                                           : superior.names().front())
+              << "':";
     for (const std::string &attribute : attributes) {
       std::cout << ' ' << attribute;
     }

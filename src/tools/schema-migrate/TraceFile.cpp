@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <ctime>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "Trouble.h"
@@ -168,7 +169,13 @@ std::string functionName(unsigned int id) {
 }
 
 TraceFile::TraceFile(std::filesystem::path path, unsigned int events)
-    : m_path(std::move(path)), m_out(m_path) {
+    : m_path(std::move(path)) {
+  std::error_code ignored;
+  if (std::filesystem::is_regular_file(m_path, ignored)) {
+    throw Trouble(
+        errorAt(m_path, 0, "expected no file there for the trace, found one"));
+  }
+  m_out.open(m_path);
   if (!m_out) {
     throw Trouble(errorAt(m_path, 0, "cannot open the file for the trace"));
   }

@@ -15,8 +15,9 @@
 // There can be one at a time, and only one thread may be traced.
 class TraceFile {
  public:
-  // Replaces the file. `events` is what trcEvents becomes. Throws Trouble when
-  // the file cannot be opened.
+  // Makes the file. `events` is what trcEvents becomes. Throws Trouble when
+  // there is a regular file of that name, which could be one of the inputs, or
+  // when the file cannot be opened.
   TraceFile(std::filesystem::path path, unsigned int events);
   ~TraceFile();
 

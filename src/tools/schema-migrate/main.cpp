@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <exception>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -29,8 +28,7 @@ const char kExitStatus[] =
     "Exit status:\n"
     "  0 done, and nothing found\n"
     "  1 something found: collisions, differences, an unknown name\n"
-    "  2 trouble: wrong usage, bad input, a file that fails; nothing is "
-    "changed";
+    "  2 trouble: wrong usage, bad input, a file that fails";
 
 struct Options {
   std::string oldDirectory;
@@ -161,12 +159,18 @@ class CommandLine {
     } catch (const CLI::ParseError &error) {
       return m_app.exit(error) == 0 ? kDone : kTrouble;
     }
-    if (!m_options.trace) {
-      return m_run(m_options);
+    std::optional<TraceFile> trace;
+    if (m_options.trace) {
+      trace.emplace(*m_options.trace, m_options.traceEvents);
     }
-    TraceFile trace(*m_options.trace, m_options.traceEvents);
     const int status = m_run(m_options);
-    trace.close();
+    if (trace) {
+      trace->close();
+    }
+    std::cout.flush();
+    if (!std::cout) {
+      throw Trouble("error: cannot write to standard output");
+    }
     return status;
   }
 
@@ -183,7 +187,8 @@ class CommandLine {
     command
         ->add_option("--trace-events", m_options.traceEvents,
                      "What to trace, as a mask of event bits: 0x1000 and "
-                     "0x10000 operations, 0x4000000 messages")
+                     "0x10000 operations (0x2000 and 0x20000 their ends "
+                     "alone), 0x4000000 messages")
         ->type_name("MASK")
         ->needs("--trace");
     return command;
