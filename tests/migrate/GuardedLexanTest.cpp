@@ -189,6 +189,10 @@ const ReadingCase kCollectiveAmongNames[] = {
     {"attributetypes=( NAME 'a' OBSOLETE NAME DESC COLLECTIVE )\n",
      kCollective},
     {"attributetypes=( NAME 'a' OBSOLETE NAME COLLECTIVE DESC 'x' )\n", "1"},
+    {"attributetypes=( NAME 'a' SINGLE-VALUE NAME DESC COLLECTIVE )\n",
+     kCollective},
+    {"attributetypes=( NAME 'a' NO-USER-MODIFICATION NAME DESC COLLECTIVE )\n",
+     kCollective},
 };
 
 const ReadingCase kCollectiveElsewhere[] = {

@@ -1,7 +1,6 @@
 #include "Inventory.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <ostream>
@@ -178,6 +177,33 @@ TEST_F(InventoryTest, TheFirstDefinitionOfAKeyHoldsIt) {
              "not held"}));
 }
 
+TEST_F(InventoryTest, GivesTheLineOfTheParenthesisInABlock) {
+  write("old/V3.user.at",
+        "attributetypes {\n"
+        "  (\n"
+        "    1.1 OBSOLETE\n"
+        "  )\n"
+        "  (\n"
+        "    1.2 OBSOLETE )\n"
+        "}\n");
+  EXPECT_EQ(entriesOf(inventory()),
+            (Texts{"V3.user.at:2 attribute type '1.1' '' key ''",
+                   "V3.user.at:5 attribute type '1.2' '' key '' shadowed by 0 "
+                   "not held"}));
+}
+
+// The "}" of the block ends the definition as well.
+TEST_F(InventoryTest, ReadsABlockWhoseLastDefinitionIsOpen) {
+  write("old/V3.user.at",
+        "attributetypes {\n"
+        "  ( 1.1 NAME 'a' OBSOLETE }\n"
+        "COLLECTIVE\n"
+        "objectclasses=( 2.1 NAME 'k' ABSTRACT )\n");
+  EXPECT_EQ(entriesOf(inventory()),
+            (Texts{"V3.user.at:2 attribute type '1.1' 'a' key 'a'",
+                   "V3.user.at:4 object class '2.1' 'k' key 'k'"}));
+}
+
 // Kept on purpose by the library: a definition without an OID counts behind "="
 // and is dropped in braces.
 TEST_F(InventoryTest, DropsDefinitionsWithoutOidInBracesOnly) {
@@ -282,7 +308,7 @@ TEST_F(InventoryTest, RejectsWhatIsNoFile) {
             "old/V3.system.oc: error: expected a regular file, found something "
             "else");
   fs::remove(file);
-  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  fs::create_symlink("/dev/null", file);
   EXPECT_EQ(trouble(),
             "old/V3.system.oc: error: expected a regular file, found something "
             "else");

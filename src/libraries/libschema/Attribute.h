@@ -30,8 +30,9 @@ class Attribute : public QORSchema {
 
   // Writes "attributetypes=( ... )". The line reads back to the same values if
   // no name is a keyword, OID, syntax and usage are one word each, the usage is
-  // not empty, and no value repeats the text before it. But more than one superior reads back as the first, with the
-  // last in the place of the OID, and a COLLECTIVE one does not read back.
+  // not empty, and no value repeats the text before it. But more than one
+  // superior reads back as the first, with the last in the place of the OID,
+  // and a COLLECTIVE one does not read back.
   void dump(std::ofstream &out) override;
 
   std::string getOid() override;
