@@ -86,6 +86,20 @@ class Shower {
     }
   }
 
+  // The definition that a superior names: the one that has it for its first
+  // name, or else another that has it for a name or an OID; null if none has.
+  template <class Definition>
+  static Definition *find(const Index<Definition> &index,
+                          const std::string &name) {
+    const auto range = index.equal_range(lower(name));
+    for (auto entry = range.first; entry != range.second; ++entry) {
+      if (entry->second->getFirstNameLower() == entry->first) {
+        return entry->second;
+      }
+    }
+    return range.first == range.second ? nullptr : range.first->second;
+  }
+
   // The entry that a definition was read from.
   template <class Definition>
   const Entry &entryOf(Kind kind,
@@ -170,17 +184,20 @@ class Shower {
     std::vector<Definition *> superiors;
     std::vector<Definition *> pending = {definition};
     std::set<Definition *> seen = {definition};
+    std::set<std::string> missing;
     for (std::size_t next = 0; next < pending.size(); ++next) {
       for (const std::string &name : pending[next]->superiors()) {
-        const auto found = index.find(lower(name));
-        if (found == index.end()) {
-          std::cout << "superior '" << name << "' is not defined\n";
-        } else if (seen.insert(found->second).second) {
-          const Entry &entry = entryOf(found->second);
+        Definition *superior = find(index, name);
+        if (superior == nullptr) {
+          if (missing.insert(lower(name)).second) {
+            std::cout << "superior '" << name << "' is not defined\n";
+          }
+        } else if (seen.insert(superior).second) {
+          const Entry &entry = entryOf(superior);
           std::cout << "superior " << describe(entry) << ", "
                     << m_files.place(entry) << '\n';
-          superiors.push_back(found->second);
-          pending.push_back(found->second);
+          superiors.push_back(superior);
+          pending.push_back(superior);
         }
       }
     }

@@ -1,0 +1,349 @@
+// Traces of the library's operations.
+#include "TraceFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "CommandsTesting.h"
+#include "ldtr.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The names of the functions of each class, in the order of their ids.
+const std::vector<std::vector<std::string>> kFunctions = {
+    {"Attribute::attrsEqual", "Attribute::parse", "Attribute::dump(ofstream)",
+     "Attribute::dump()"},
+    {"QORAttribute::parse", "QORAttribute::qorAttrsEqual",
+     "QORAttribute::dump(ofstream)", "QORAttribute::dump()"},
+    {"ObjectClass::objsEqual", "ObjectClass::parse",
+     "ObjectClass::dump(ofstream)", "ObjectClass::dump()"},
+    {"SchemaLexan::lookUp", "SchemaLexan::lexan", "SchemaLexan::match",
+     "SchemaLexan::insertString", "SchemaLexan::insertCharacter",
+     "SchemaLexan::dumpTable", "SchemaLexan::dump",
+     "SchemaLexan::getLineNumber", "SchemaLexan::getFileName",
+     "SchemaLexan::getWorkingDir", "SchemaLexan::fileIsOpen"},
+    {"SchemaManager::dumpAttrTable",     "SchemaManager::dumpQORAttrTable",
+     "SchemaManager::dumpOcTable",       "SchemaManager::getAttr",
+     "SchemaManager::getQORAttr",        "SchemaManager::getObjClass",
+     "SchemaManager::dumpUserOc",        "SchemaManager::dumpUserAt",
+     "SchemaManager::dumpQorOc",         "SchemaManager::dumpQorAt",
+     "SchemaManager::dumpSysOc",         "SchemaManager::dumpSysAt",
+     "SchemaManager::compObjTables",     "SchemaManager::compAttrTables",
+     "SchemaManager::compQORAttrTables", "SchemaManager::readFile",
+     "SchemaManager::writeFile",         "SchemaManager::writeSetToFile",
+     "SchemaManager::readExcludedOids",  "SchemaManager::delOidFromFileSet",
+     "SchemaManager::mergeSchemas",      "SchemaManager::mergeAttrs",
+     "SchemaManager::mergeQORAttrs",     "SchemaManager::mergeObjClasses",
+     "SchemaManager::findOidInSet",      "SchemaManager::dumpEOids",
+     "SchemaManager::compSchemas",       "SchemaManager::checkCollisions",
+     "SchemaManager::modifySchema",      "SchemaManager::isExcluded",
+     "SchemaManager::delOidFromModSch",  "SchemaManager::checkObjClasses",
+     "SchemaManager::checkAttrs",        "SchemaManager::checkQORAttrs",
+     "SchemaManager::getOcTable",        "SchemaManager::getQORAttrTable",
+     "SchemaManager::getAttrTable",      "SchemaManager::isModFileEmpty"},
+};
+
+TEST(FunctionNameTest, OfEachFunctionOfTheLibrary) {
+  for (std::size_t number = 0; number < kFunctions.size(); ++number) {
+    const auto classId = 0x53000000U | (static_cast<unsigned int>(number) + 1U)
+                                           << 16;
+    for (unsigned int i = 0; i < 256; ++i) {
+      const unsigned int id = classId | i << 8;
+      char hexadecimal[16];
+      std::snprintf(hexadecimal, sizeof hexadecimal, "0x%08x", id);
+      const bool known = i >= 1 && i <= kFunctions[number].size();
+      EXPECT_EQ(functionName(id),
+                known ? kFunctions[number][i - 1] : hexadecimal);
+    }
+  }
+}
+
+TEST(FunctionNameTest, OfOthersIsTheIdInHexadecimal) {
+  EXPECT_EQ(functionName(0), "0x00000000");
+  EXPECT_EQ(functionName(0x53010101), "0x53010101");
+  EXPECT_EQ(functionName(0x53060100), "0x53060100");
+  EXPECT_EQ(functionName(0x52010100), "0x52010100");
+  EXPECT_EQ(functionName(0xFFFFFFFF), "0xffffffff");
+}
+
+// The lines of a trace without their times, which are checked for their form.
+Arguments withoutTimes(const std::string &text) {
+  static const std::regex kTime(
+      "([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9]\\.[0-9]{6} (.*)");
+  Arguments found;
+  std::istringstream in(text);
+  std::string line;
+  while (std::getline(in, line)) {
+    std::smatch match;
+    EXPECT_TRUE(std::regex_match(line, match, kTime)) << line;
+    found.push_back(match[2]);
+  }
+  EXPECT_TRUE(text.empty() || text.back() == '\n');
+  return found;
+}
+
+// What is read and dumped below.
+constexpr char kClassFile[] = "objectclasses=( 1.1 ABSTRACT )\n";
+
+// What a trace of `dump --table classes` holds of it.
+const Arguments kTrace = {
+    "> SchemaManager::readFile",
+    "  > SchemaLexan::fileIsOpen",
+    "  < SchemaLexan::fileIsOpen 1",
+    "  > SchemaLexan::lexan",
+    "  < SchemaLexan::lexan 1002",
+    "  > SchemaLexan::lexan",
+    "  < SchemaLexan::lexan 61",
+    "  > ObjectClass::parse",
+    "    > SchemaLexan::match",
+    "      > SchemaLexan::lexan",
+    "      < SchemaLexan::lexan 40",
+    "    < SchemaLexan::match 0",
+    "    > SchemaLexan::match",
+    "      > SchemaLexan::lexan",
+    "      < SchemaLexan::lexan 2024",
+    "    < SchemaLexan::match 0",
+    "    > SchemaLexan::lexan",
+    "    < SchemaLexan::lexan 1023",
+    "    > SchemaLexan::lexan",
+    "    < SchemaLexan::lexan 41",
+    "    > SchemaLexan::lexan",
+    "    < SchemaLexan::lexan 260",
+    "  < ObjectClass::parse 1",
+    "  > SchemaLexan::lexan",
+    "  < SchemaLexan::lexan 260",
+    "  > SchemaLexan::lexan",
+    "  < SchemaLexan::lexan 260",
+    "  = SchemaManager::readFile: readFile: Successfully parsed the file, "
+    "V3.user.oc.",
+    "< SchemaManager::readFile 0",
+    "> SchemaManager::dumpOcTable",
+    "  > ObjectClass::dump()",
+    "  < ObjectClass::dump() 0",
+    "< SchemaManager::dumpOcTable 0",
+};
+
+// Those lines that begin so, behind blanks.
+Arguments beginning(const Arguments &all, const std::string &marks,
+                    bool nested) {
+  Arguments found;
+  for (const std::string &line : all) {
+    const std::size_t mark = line.find_first_not_of(' ');
+    if (marks.find(line[mark]) != std::string::npos) {
+      found.push_back(nested ? line : line.substr(mark));
+    }
+  }
+  return found;
+}
+
+class TraceFileTest : public MigrateTest {
+ protected:
+  TraceFileTest() { write("old/V3.user.oc", kClassFile); }
+
+  // The trace of a run that must succeed.
+  Arguments traceOf(Arguments arguments, const std::string &mask) const {
+    arguments.insert(arguments.end(), {"--trace", "trace"});
+    if (!mask.empty()) {
+      arguments.insert(arguments.end(), {"--trace-events", mask});
+    }
+    const CommandResult result = run(arguments);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "");
+    const std::string text = read("trace");
+    fs::remove(path("trace"));
+    return withoutTimes(text);
+  }
+};
+
+const Arguments kDump = {"dump", "--dir", "old", "--table", "classes"};
+
+TEST_F(TraceFileTest, HoldsEachCallOfTheLibraryOnce) {
+  EXPECT_EQ(traceOf(kDump, ""), kTrace);
+}
+
+TEST_F(TraceFileTest, LeavesTheOutputAsItIs) {
+  const CommandResult without = run(kDump);
+  Arguments traced = kDump;
+  traced.insert(traced.end(), {"--trace", "trace"});
+  expectResult(run(traced), without.status, without.out, without.error);
+}
+
+TEST_F(TraceFileTest, TheMaskSaysWhatIsTraced) {
+  const struct {
+    Arguments masks;
+    Arguments trace;
+  } kCases[] = {
+      {{"0x1000", "4096", "0X1000", "0x00001000", "0x3000", "0x1001"},
+       beginning(kTrace, "<>", true)},
+      {{"0x2000", "8192"}, beginning(kTrace, "<", false)},
+      {{"0x4000000", "0x04000000", "67108864"}, beginning(kTrace, "=", false)},
+      {{"0x04001000"}, kTrace},
+      {{"0x04033000", "0xffffffff", "4294967295"}, kTrace},
+      {{"0", "1", "0x10000", "0x20000", "0xfbffcfff"}, {}},
+  };
+  for (const auto &[masks, trace] : kCases) {
+    for (const std::string &mask : masks) {
+      SCOPED_TRACE(mask);
+      EXPECT_EQ(traceOf(kDump, mask), trace);
+    }
+  }
+}
+
+TEST_F(TraceFileTest, TheWalksOfTablesHaveBitsOfTheirOwn) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n");
+  write("list", "1.1\n");
+  Arguments expected = {
+      "> SchemaManager::compAttrTables",
+      "< SchemaManager::compAttrTables 1",
+      "> SchemaManager::compQORAttrTables",
+      "< SchemaManager::compQORAttrTables 1",
+      "> SchemaManager::compObjTables",
+      "  > SchemaManager::isExcluded",
+      "  < SchemaManager::isExcluded 0",
+      "  > SchemaManager::delOidFromFileSet",
+      "  < SchemaManager::delOidFromFileSet 0",
+      "< SchemaManager::compObjTables 1",
+      "> SchemaManager::mergeAttrs",
+      "< SchemaManager::mergeAttrs 1",
+      "> SchemaManager::mergeQORAttrs",
+      "< SchemaManager::mergeQORAttrs 1",
+      "> SchemaManager::mergeObjClasses",
+      "< SchemaManager::mergeObjClasses 1",
+      "> SchemaManager::delOidFromModSch",
+      "< SchemaManager::delOidFromModSch 32",
+  };
+  for (int file = 0; file < 7; ++file) {
+    expected.insert(expected.end(), {"> SchemaManager::writeSetToFile",
+                                     "< SchemaManager::writeSetToFile 0"});
+  }
+  const auto masked = [this](const std::string &mask) {
+    const Arguments trace = traceOf({"apply", "--old", "old", "--new", "old",
+                                     "--out", "out", "--modified-oids", "list"},
+                                    mask);
+    fs::remove_all(path("out"));
+    return trace;
+  };
+  EXPECT_EQ(masked("0x10000"), expected);
+  EXPECT_EQ(masked("0x20000"), beginning(expected, "<", false));
+}
+
+TEST_F(TraceFileTest, EachCommandIsTraced) {
+  write("old/V3.user.oc", "");
+  const struct {
+    Arguments arguments;
+    const char *last;  // operation
+  } kCases[] = {
+      {{"collisions", "--old", "old", "--new", "old"},
+       "< SchemaManager::getQORAttrTable 0"},
+      {{"compare", "--old", "old", "--new", "old"},
+       "< SchemaManager::readFile 0"},
+      {{"dump", "--dir", "old"}, "< SchemaManager::dumpEOids 0"},
+      {{"apply", "--old", "old", "--new", "old", "--out", "out"},
+       "< SchemaManager::writeFile 0"},
+  };
+  for (const auto &[arguments, last] : kCases) {
+    SCOPED_TRACE(arguments[0]);
+    const Arguments trace = traceOf(arguments, "");
+    ASSERT_FALSE(trace.empty());
+    EXPECT_EQ(trace.front(), "> SchemaManager::readFile");
+    EXPECT_EQ(trace.back(), last);
+  }
+}
+
+TEST_F(TraceFileTest, OfAnUnknownNameIsWritten) {
+  Arguments arguments = {"show", "--dir", "old", "x", "--trace", "trace"};
+  const CommandResult result = run(arguments);
+  expectResult(result, 1, "", "old: error: nothing is called 'x'\n");
+  const Arguments trace = withoutTimes(read("trace"));
+  EXPECT_EQ(trace, Arguments(kTrace.begin(), kTrace.end() - 4));
+}
+
+TEST_F(TraceFileTest, OfARunThatFailsEndsThere) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a'\n");
+  const CommandResult result =
+      run({"dump", "--dir", "old", "--trace", "trace"});
+  EXPECT_EQ(result.status, 2);
+  // What was refused is not read by the library.
+  EXPECT_EQ(read("trace"), "");
+}
+
+TEST_F(TraceFileTest, MustNotBeThere) {
+  write("trace", "text\n");
+  const struct {
+    const char *trace;
+    const char *error;
+  } kCases[] = {
+      {"trace",
+       "trace: error: expected no file there for the trace, found one"},
+      {"old/V3.user.oc",
+       "old/V3.user.oc: error: expected no file there for the trace, found "
+       "one"},
+      {"old", "old: error: cannot open the file for the trace"},
+      {"missing/trace",
+       "missing/trace: error: cannot open the file for the trace"},
+      {"", ": error: cannot open the file for the trace"},
+  };
+  const auto before = snapshotOf(root());
+  for (const auto &[trace, error] : kCases) {
+    SCOPED_TRACE(trace);
+    Arguments arguments = kDump;
+    arguments.insert(arguments.end(), {"--trace", trace});
+    expectResult(run(arguments), 2, "", std::string(error) + '\n');
+    EXPECT_EQ(snapshotOf(root()), before);
+  }
+}
+
+TEST_F(TraceFileTest, AFullDiskIsTrouble) {
+  const std::string error = "/dev/full: error: cannot write the trace\n";
+  Arguments arguments = kDump;
+  arguments.insert(arguments.end(), {"--trace", "/dev/full"});
+  const CommandResult result = run(arguments);
+  expectResult(result, 2, run(kDump).out, error);
+}
+
+TEST_F(TraceFileTest, WrongMasks) {
+  const auto before = snapshotOf(root());
+  for (const std::string mask : {"-1", "4294967296", "0x100000000", "0x", "xyz",
+                                 "1.5", "0x1000z", "0x1000,1"}) {
+    SCOPED_TRACE(mask);
+    Arguments arguments = kDump;
+    arguments.insert(arguments.end(), {"--trace", "t", "--trace-events", mask});
+    expectResult(run(arguments), 2, "",
+                 usageError("Could not convert: --trace-events = " + mask));
+  }
+  Arguments arguments = kDump;
+  arguments.insert(arguments.end(), {"--trace-events", "1"});
+  expectResult(run(arguments), 2, "",
+               usageError("--trace-events requires --trace"));
+  EXPECT_EQ(snapshotOf(root()), before);
+}
+
+TEST_F(TraceFileTest, EndsWithItsObject) {
+  {
+    TraceFile trace(path("trace"), 0x1000);
+    EXPECT_EQ(trcEvents, 0x1000U);
+    ldtr_write(0x03200000, 0x53051000, nullptr);
+    ldtr_write(0x03200000, 0x12345678, nullptr);
+    ldtr_exit_errcode(0x12345678, 33, 0x1000, -5, nullptr);
+    trace.close();
+    EXPECT_EQ(trcEvents, 0U);
+  }
+  EXPECT_EQ(withoutTimes(read("trace")),
+            (Arguments{"> SchemaManager::readFile", "  > 0x12345678",
+                       "  < 0x12345678 -5"}));
+  { TraceFile trace(path("second"), 0x3000); }
+  EXPECT_EQ(trcEvents, 0U);
+  ldtr_write(0x03200000, 0x53051000, nullptr);
+  EXPECT_EQ(read("second"), "");
+}
+
+}  // namespace

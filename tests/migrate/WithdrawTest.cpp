@@ -1,0 +1,199 @@
+// The command apply with a list of modified OIDs, as a user runs it.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "CommandsTesting.h"
+
+namespace {
+
+const Arguments kApply = {"apply", "--old", "old", "--new",
+                          "new",   "--out", "out", "--modified-oids",
+                          "list"};
+
+class WithdrawTest : public MigrateTest {
+ protected:
+  WithdrawTest() {
+    write("old/V3.user.at",
+          "attributetypes=( 1.1 NAME 'carried' SYNTAX 9.1 )\n");
+    write("new/V3.modifiedschema",
+          "attributetypes=( 2.1 NAME ( 't' 'u' ) SYNTAX 9.1 )\n"
+          "QORAttributetypes=( 2.1 LENGTH 4 )\n"
+          "objectclasses=( 2.2 NAME 'c' ABSTRACT )\n"
+          "objectclasses=( 2.3 NAME 'd' ABSTRACT )\n");
+    write("new/V3.system.oc", "objectclasses=( 2.4 NAME 'sys' ABSTRACT )\n");
+    write("new/V3.config.at",
+          "attributetypes=( 2.5 NAME 'conf' SYNTAX 9.1 )\n");
+  }
+
+  // Expects a migration that succeeds and says this of the list.
+  void expectWithdrawals(const std::string &said,
+                         const std::string &warnings = "") const {
+    std::filesystem::remove_all(path("out"));
+    const CommandResult result = run(kApply, withoutLeakCheck);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, warnings);
+    const std::size_t at = result.out.find("\n\nmodified schema: ");
+    EXPECT_EQ(at == std::string::npos ? "" : result.out.substr(at + 2), said);
+  }
+
+  const FixedDate m_date;
+};
+
+const char kType[] =
+    "attributetypes=( 2.1 NAME ( 't' 'u'  ) SYNTAX 9.1 USAGE userApplications  "
+    ")\n";
+const char kTypesStorage[] = "QORAttributetypes=( 2.1 LENGTH 4 )\n";
+const char kC[] = "objectclasses=( 2.2 NAME 'c' ABSTRACT )\n";
+const char kD[] = "objectclasses=( 2.3 NAME 'd' ABSTRACT )\n";
+
+TEST_F(WithdrawTest, WhatAListOfNoneWithdraws) {
+  for (const char *text : {"", "\n", "# 2.1\n"}) {
+    write("list", text);
+    expectWithdrawals("");
+    EXPECT_EQ(read("out/V3.modifiedschema"),
+              std::string(kHeaderLine) + kType + kTypesStorage + kC + kD);
+  }
+}
+
+TEST_F(WithdrawTest, TheReportInFull) {
+  write("list", "9.9 2.3\n2.1 # 2.2\n2.3\n");
+  expectResult(run(kApply), 0,
+               R"(old installation: old
+  not there: V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.system.oc V3.config.at V3.config.oc V3.modifiedschema
+                                              read  identical   excluded      added   replaced    ignored
+  V3.user.at        attribute types              1          0          0          1          0          0
+  all                                            1          0          0          1          0          0
+
+new release: new
+  not there: V3.user.at V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.config.oc
+result: out
+                                           release     result
+  V3.user.at        attribute types              0          1
+  V3.system.oc      object classes               1          1
+  V3.config.at      attribute types              1          1
+  V3.modifiedschema attribute types              1          0
+                    object classes               2          1
+                    storage definitions          1          0
+  all                                            6          4
+
+modified schema: list
+  attribute type 't' (2.1) was withdrawn
+  object class 'd' (2.3) was withdrawn
+  9.9 is in no table
+)",
+               "");
+  EXPECT_EQ(read("out/V3.modifiedschema"), std::string(kHeaderLine) + kC);
+  EXPECT_EQ(
+      read("out/V3.system.oc"),
+      std::string(kHeaderLine) + "objectclasses=( 2.4 NAME 'sys' ABSTRACT )\n");
+  EXPECT_EQ(read("out/V3.config.at"), read("new/V3.config.at"));
+}
+
+TEST_F(WithdrawTest, EverythingLeavesAnEmptyFile) {
+  write("list", "2.1 2.2 2.3\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  attribute type 't' (2.1) was withdrawn\n"
+      "  object class 'c' (2.2) was withdrawn\n"
+      "  object class 'd' (2.3) was withdrawn\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"), "");
+}
+
+TEST_F(WithdrawTest, AStorageDefinitionWithoutType) {
+  write("new/V3.modifiedschema", "QORAttributetypes=( 2.6 LENGTH 4 )\n");
+  write("list", "2.6\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  storage definition (2.6) was withdrawn\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"), "");
+}
+
+TEST_F(WithdrawTest, ADefinitionWithoutName) {
+  write("new/V3.modifiedschema", "objectclasses=( 2.6 ABSTRACT )\n");
+  write("list", "2.6\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  object class (2.6) was withdrawn\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"), "");
+}
+
+TEST_F(WithdrawTest, OneThatOnlyItsOidLeadsTo) {
+  write("new/V3.modifiedschema",
+        std::string(kC) + "objectclasses=( 2.6 NAME 'C' AUXILIARY )\n");
+  write("list", "2.6\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  object class 'C' (2.6) was withdrawn\n",
+      "new/V3.modifiedschema:2: warning: object class 'C' (2.6) is ignored: "
+      "new/V3.modifiedschema:1 defines the same first name\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"), std::string(kHeaderLine) + kC);
+}
+
+TEST_F(WithdrawTest, WhatAnotherFileHoldsStaysThere) {
+  write("list", "1.1 2.4 2.5\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  attribute type 'carried' (1.1) stays in V3.user.at, where its OID is "
+      "recorded too\n"
+      "  object class 'sys' (2.4) stays in V3.system.oc, where its OID is "
+      "recorded too\n"
+      "  attribute type 'conf' (2.5) stays in V3.config.at, where its OID is "
+      "recorded too\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"),
+            std::string(kHeaderLine) + kType + kTypesStorage + kC + kD);
+  EXPECT_EQ(read("out/V3.user.at"),
+            std::string(kHeaderLine) +
+                "attributetypes=( 1.1 NAME ( 'carried'  ) SYNTAX 9.1 USAGE "
+                "userApplications  )\n");
+}
+
+TEST_F(WithdrawTest, AnOidThatIsAlsoRecordedForAnotherFileLeavesThisOne) {
+  write("new/V3.system.oc", kC);
+  write("list", "2.2\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  object class 'c' (2.2) stays in V3.system.oc, where its OID is "
+      "recorded too\n",
+      "new/V3.modifiedschema:3: warning: object class 'c' (2.2) is ignored: "
+      "new/V3.system.oc:1 defines the same first name\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"),
+            std::string(kHeaderLine) + kType + kTypesStorage + kD);
+  EXPECT_EQ(read("out/V3.system.oc"), std::string(kHeaderLine) + kC);
+}
+
+TEST_F(WithdrawTest, ABadListIsTroubleAndNothingIsWritten) {
+  const auto fail = [this](const std::string &error) {
+    const auto before = snapshotOf(root());
+    expectResult(run(kApply), 2, "", error);
+    EXPECT_EQ(snapshotOf(root()), before);
+  };
+  fail("list: error: No such file or directory\n");
+  write("list", "2.1\n2.2");
+  fail(
+      "list:2: error: expected a newline at the end of the file, found none; "
+      "the last word would be ignored\n");
+  std::filesystem::remove(path("list"));
+  std::filesystem::create_directory(path("list"));
+  fail("list: error: expected a regular file, found something else\n");
+}
+
+TEST_F(WithdrawTest, TheListOfTheExamples) {
+  const CommandResult result = runOnExamples(
+      {"apply", "--old", "old-installation", "--new", "new-release", "--out",
+       path("out").string(), "--excluded-oids", "excluded-oids.txt",
+       "--modified-oids", "modified-oids.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.out.substr(result.out.find("\n\nmodified schema: ") + 2),
+            "modified schema: modified-oids.txt\n"
+            "  attribute type 'drink' (0.9.2342.19200300.100.1.5) was "
+            "withdrawn\n"
+            "  attribute type 'userClass' (0.9.2342.19200300.100.1.8) was "
+            "withdrawn\n"
+            "  object class 'documentSeries' (0.9.2342.19200300.100.4.9) was "
+            "withdrawn\n");
+}
+
+}  // namespace
