@@ -221,6 +221,19 @@ TEST_F(ResultCheckTest, FindsWhatOnlyItsOidLeadsTo) {
             lost("new/V3.user.at:2: error: attribute type 'a' (1.2)"));
 }
 
+// That a definition repeats is no excuse for its loss from all files.
+TEST_F(ResultCheckTest, FindsWhatRepeatsAndIsLost) {
+  const std::string type = "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n";
+  write("old/V3.user.at", "");
+  write("new/V3.system.at", type);
+  write("new/V3.modifiedschema", type);
+  EXPECT_EQ(linesOf(lossesOfRepeats()), Lines());
+  write("out/V3.system.at", "");
+  write("out/V3.modifiedschema", "");
+  EXPECT_EQ(relative(linesOf(losses())),
+            lost("new/V3.system.at:1: error: attribute type 'a' (1.1)"));
+}
+
 // A definition of the release that a rewriting of its files loses in any case.
 struct ReleaseCase {
   const char *name;

@@ -52,7 +52,7 @@ class Check {
       const auto other = found.find(key);
       if (other == found.end() || !equal(definition, other->second)) {
         if (kind != Kind::kStorage || !isWithdrawn(key)) {
-          report(kind, key);
+          report(kind, key, other != found.end());
         }
       }
     }
@@ -69,7 +69,7 @@ class Check {
       }
       const auto other = found.find(oid);
       if (other == found.end() || !equal(definition, other->second)) {
-        reportOwn(*entry);
+        reportOwn(*entry, other != found.end());
       }
     }
   }
@@ -82,18 +82,19 @@ class Check {
     });
   }
 
-  void report(Kind kind, const std::string &key) {
+  void report(Kind kind, const std::string &key, bool displaced) {
     const Entry *entry = m_schemas.oldFiles().holder(kind, key);
     if (entry != nullptr && m_schemas.isCarried(*entry)) {
       m_losses.errors.push_back(line(m_schemas.oldFiles(), *entry, "error"));
       return;
     }
-    reportOwn(*m_schemas.newFiles().holder(kind, key));
+    reportOwn(*m_schemas.newFiles().holder(kind, key), displaced);
   }
 
-  void reportOwn(const Entry &entry) {
+  // `displaced`: the result has another definition under its key.
+  void reportOwn(const Entry &entry, bool displaced) {
     const Inventory &files = m_schemas.newFiles();
-    if (lostAnyway(entry)) {
+    if (lostAnyway(entry, displaced)) {
       m_losses.warnings.push_back(line(files, entry, "warning"));
     } else {
       m_losses.errors.push_back(line(files, entry, "error"));
@@ -110,9 +111,9 @@ class Check {
   // written in the order of the OIDs, so that another definition may come to be
   // the first of its name; from the first definition of each OID; and a storage
   // definition with its attribute type only.
-  bool lostAnyway(const Entry &entry) const {
+  bool lostAnyway(const Entry &entry, bool displaced) const {
     const Inventory &files = m_schemas.newFiles();
-    if (entry.repeated) {
+    if (entry.repeated && displaced) {
       return true;
     }
     const bool attribute =
