@@ -25,7 +25,6 @@
 
 #include "Apply.h"
 #include "Inventory.h"
-#include "SchemaFiles.h"
 #include "Trouble.h"
 #include "support/TemporaryDirectory.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "SchemaFiles.h"
+#include "Inventory.h"
 #include "Schemas.h"
 
 struct ApplyOptions {

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "Inventory.h"
-#include "SchemaFiles.h"
 
 namespace {
 

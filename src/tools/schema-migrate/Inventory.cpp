@@ -14,6 +14,9 @@
 
 namespace fs = std::filesystem;
 
+using schemacheck::EndlessReading;
+using schemacheck::GuardedLexan;
+
 namespace {
 
 bool beginsSection(int token) {

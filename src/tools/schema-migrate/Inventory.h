@@ -12,6 +12,12 @@
 
 #include "SchemaFiles.h"
 
+using schemacheck::Kind;
+using schemacheck::kindName;
+using schemacheck::kKinds;
+using schemacheck::kSchemaFiles;
+using schemacheck::SchemaFile;
+
 // A definition as the library reads it.
 struct Entry {
   Kind kind;

@@ -1,11 +1,13 @@
 // A scanner that stops readings which would never end.
-#ifndef SCHEMA_MIGRATE_GUARDEDLEXAN_H_
-#define SCHEMA_MIGRATE_GUARDEDLEXAN_H_
+#ifndef SCHEMACHECK_GUARDEDLEXAN_H_
+#define SCHEMACHECK_GUARDEDLEXAN_H_
 
 #include <stdexcept>
 #include <string>
 
 #include "SchemaLexan.h"
+
+namespace schemacheck {
 
 // Thrown by a GuardedLexan out of a definition's parse(). what() says why the
 // parse would not end.
@@ -48,4 +50,6 @@ class GuardedLexan : public SchemaLexan {
   int m_ends = 0;  // how often in a row the end of the file was returned
 };
 
-#endif  // SCHEMA_MIGRATE_GUARDEDLEXAN_H_
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_GUARDEDLEXAN_H_

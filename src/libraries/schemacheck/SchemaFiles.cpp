@@ -1,5 +1,7 @@
 #include "SchemaFiles.h"
 
+namespace schemacheck {
+
 const char *kindName(Kind kind, bool plural) {
   switch (kind) {
     case Kind::kAttributeType:
@@ -11,3 +13,5 @@ const char *kindName(Kind kind, bool plural) {
   }
   return plural ? "storage definitions" : "storage definition";
 }
+
+}  // namespace schemacheck

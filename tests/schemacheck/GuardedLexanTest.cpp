@@ -15,6 +15,9 @@
 #include "support/Child.h"
 #include "support/TemporaryDirectory.h"
 
+using schemacheck::EndlessReading;
+using schemacheck::GuardedLexan;
+
 namespace {
 
 constexpr char kCollective[] =

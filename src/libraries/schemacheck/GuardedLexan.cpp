@@ -1,5 +1,7 @@
 #include "GuardedLexan.h"
 
+namespace schemacheck {
+
 namespace {
 
 // A parse that ends does so within a few tokens of the end of the file.
@@ -86,3 +88,5 @@ void GuardedLexan::follow(int token) {
       break;
   }
 }
+
+}  // namespace schemacheck

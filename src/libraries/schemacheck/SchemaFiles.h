@@ -1,9 +1,11 @@
 // The files of a schema directory and the kinds of definitions.
-#ifndef SCHEMA_MIGRATE_SCHEMAFILES_H_
-#define SCHEMA_MIGRATE_SCHEMAFILES_H_
+#ifndef SCHEMACHECK_SCHEMAFILES_H_
+#define SCHEMACHECK_SCHEMAFILES_H_
 
 #include <array>
 #include <cstddef>
+
+namespace schemacheck {
 
 struct SchemaFile {
   const char *name;
@@ -32,4 +34,6 @@ constexpr std::size_t kKinds = 3;
 // ending.
 const char *kindName(Kind kind, bool plural = false);
 
-#endif  // SCHEMA_MIGRATE_SCHEMAFILES_H_
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_SCHEMAFILES_H_
