@@ -333,6 +333,14 @@ TEST_F(ApplyTest, ChangesNothingWhenItFails) {
             "nothing was written; to leave a definition of the old "
             "installation out, list its OID in the file of excluded OIDs");
   fs::remove(path("old/V3.config.at"));
+  write("new/V3.user.oc",
+        "objectclasses {\n( 2.1 NAME 'k' ABSTRACT )\n( 2.2 ABSTRACT )\n"
+        "( ABSTRACT )\n}\n");
+  EXPECT_EQ(applyTrouble(),
+            "new/V3.user.oc:3: error: object class (2.2) cannot be written: it "
+            "has no name\n"
+            "nothing was written; mend the files of the new release");
+  fs::remove(path("new/V3.user.oc"));
   fs::create_directory(path("out"));
   write("out/file", "");
   EXPECT_EQ(applyTrouble(),

@@ -384,6 +384,24 @@ TEST_F(CommandFailureTest, NoRoomForACopiedFile) {
   EXPECT_EQ(error.substr(0, start.size()), start);
 }
 
+TEST_F(CommandFailureTest, NoRoomForTheReport) {
+  const CommandResult result = run(applying("old", "new", "out"), [] {
+    dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO);
+  });
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error,
+            "error: cannot write to standard output\n"
+            "the result is complete in out\n");
+  EXPECT_EQ(snapshotOf(path("out")).size(), 7U);
+}
+
+TEST_F(CommandFailureTest, NoRoomForTheHelp) {
+  const CommandResult result =
+      run({"--help"}, [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "error: cannot write to standard output\n");
+}
+
 // The signal that comes with it by default is no reason to leave things behind.
 TEST_F(CommandFailureTest, NoRoomAndASignal) {
   EXPECT_NE(failure(applying("old", "new", "out"), withFilesUpTo(10, false)),

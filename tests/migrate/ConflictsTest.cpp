@@ -278,6 +278,16 @@ TEST_F(ConflictsTest, WhatTheReleaseCanTakeIsNone) {
   EXPECT_EQ(conflicts(), Lines());
 }
 
+// Written, its NAME would take what stands behind it for names.
+TEST_F(ConflictsTest, AnObjectClassWithoutNameIsOne) {
+  writeAll({{"old/V3.user.oc", "objectclasses=( 1.1 ABSTRACT )\n"},
+            {"old/V3.user.at", "attributetypes=( 1.2 OBSOLETE )\n"}});
+  EXPECT_EQ(conflicts(), (Lines{"old/V3.user.oc:1: error: object class (1.1) "
+                                "cannot be carried: it has no name"}));
+  writeAll({{"new/V3.user.oc", "objectclasses=( 1.1 ABSTRACT )\n"}});
+  EXPECT_EQ(conflicts(), Lines());
+}
+
 TEST_F(ConflictsTest, TheNamesOfOtherKindsAreFree) {
   writeAll({{"old/V3.user.at", type("1.1", "top") + storage("1.1")},
             {"old/V3.user.oc", objectClass("2.1", "a")},

@@ -305,10 +305,13 @@ TEST_F(ShowTest, AllDefinitionsThatAKeyLeadsTo) {
   const std::string b = "object class 'b' (1.1), old/V3.user.oc:3\n" +
                         dumpOf({"1.1", "b a ", "", "ABSTRACT", "", ""}) +
                         "objectclasses=( 1.1 NAME 'b' 'a' ABSTRACT )\n\n";
-  expectResult(show({"a"}), 0, type + a + b + second, "");
-  expectResult(show({"1.1"}), 0, type + a + b, "");
-  expectResult(show({"1.2"}), 0, second, "");
-  expectResult(show({"b"}), 0, b, "");
+  const std::string warning =
+      "old/V3.user.oc:2: warning: object class 'A' (1.2) is ignored: "
+      "old/V3.user.oc:1 defines the same first name\n";
+  expectResult(show({"a"}), 0, type + a + b + second, warning);
+  expectResult(show({"1.1"}), 0, type + a + b, warning);
+  expectResult(show({"1.2"}), 0, second, warning);
+  expectResult(show({"b"}), 0, b, warning);
 }
 
 TEST_F(ShowTest, SeveralKeysInTheirOrder) {

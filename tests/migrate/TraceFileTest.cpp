@@ -310,15 +310,31 @@ TEST_F(TraceFileTest, AFullDiskIsTrouble) {
   expectResult(result, 2, run(kDump).out, error);
 }
 
+TEST_F(TraceFileTest, AFullDiskDoesNotUndoAResult) {
+  write("new/V3.user.at", "");
+  write("old/V3.user.oc", "");
+  const CommandResult result = run({"apply", "--old", "old", "--new", "new",
+                                    "--out", "out", "--trace", "/dev/full"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error,
+            "/dev/full: error: cannot write the trace\n"
+            "the result is complete in out\n");
+  EXPECT_EQ(snapshotOf(path("out")).size(), 7U);
+}
+
 TEST_F(TraceFileTest, WrongMasks) {
   const auto before = snapshotOf(root());
-  for (const std::string mask : {"-1", "4294967296", "0x100000000", "0x", "xyz",
-                                 "1.5", "0x1000z", "0x1000,1"}) {
+  for (const std::string mask : {"", "-1", "4294967296", "0x100000000", "0x",
+                                 "xyz", "1.5", "0x1000z", "0x1000,1"}) {
     SCOPED_TRACE(mask);
     Arguments arguments = kDump;
     arguments.insert(arguments.end(), {"--trace", "t", "--trace-events", mask});
-    expectResult(run(arguments), 2, "",
-                 usageError("Could not convert: --trace-events = " + mask));
+    expectResult(
+        run(arguments), 2, "",
+        usageError(mask.empty()
+                       ? "--trace-events: expected a number, found "
+                         "nothing"
+                       : "Could not convert: --trace-events = " + mask));
   }
   Arguments arguments = kDump;
   arguments.insert(arguments.end(), {"--trace-events", "1"});

@@ -79,9 +79,9 @@ result: out
   all                                            6          4
 
 modified schema: list
-  attribute type 't' (2.1) was withdrawn
+  attribute type 't' (2.1) with its storage definition was withdrawn
   object class 'd' (2.3) was withdrawn
-  9.9 is in no table
+  no definition has the OID 9.9
 )",
                "");
   EXPECT_EQ(read("out/V3.modifiedschema"), std::string(kHeaderLine) + kC);
@@ -95,7 +95,7 @@ TEST_F(WithdrawTest, EverythingLeavesAnEmptyFile) {
   write("list", "2.1 2.2 2.3\n");
   expectWithdrawals(
       "modified schema: list\n"
-      "  attribute type 't' (2.1) was withdrawn\n"
+      "  attribute type 't' (2.1) with its storage definition was withdrawn\n"
       "  object class 'c' (2.2) was withdrawn\n"
       "  object class 'd' (2.3) was withdrawn\n");
   EXPECT_EQ(read("out/V3.modifiedschema"), "");
@@ -135,12 +135,12 @@ TEST_F(WithdrawTest, WhatAnotherFileHoldsStaysThere) {
   write("list", "1.1 2.4 2.5\n");
   expectWithdrawals(
       "modified schema: list\n"
-      "  attribute type 'carried' (1.1) stays in V3.user.at, where its OID is "
-      "recorded too\n"
-      "  object class 'sys' (2.4) stays in V3.system.oc, where its OID is "
-      "recorded too\n"
-      "  attribute type 'conf' (2.5) stays in V3.config.at, where its OID is "
-      "recorded too\n");
+      "  attribute type 'carried' (1.1) is not in V3.modifiedschema, and stays "
+      "in V3.user.at\n"
+      "  object class 'sys' (2.4) is not in V3.modifiedschema, and stays in "
+      "V3.system.oc\n"
+      "  attribute type 'conf' (2.5) is not in V3.modifiedschema, and stays in "
+      "V3.config.at\n");
   EXPECT_EQ(read("out/V3.modifiedschema"),
             std::string(kHeaderLine) + kType + kTypesStorage + kC + kD);
   EXPECT_EQ(read("out/V3.user.at"),
@@ -154,13 +154,41 @@ TEST_F(WithdrawTest, AnOidThatIsAlsoRecordedForAnotherFileLeavesThisOne) {
   write("list", "2.2\n");
   expectWithdrawals(
       "modified schema: list\n"
-      "  object class 'c' (2.2) stays in V3.system.oc, where its OID is "
-      "recorded too\n",
+      "  object class 'c' (2.2) was withdrawn from V3.modifiedschema, and "
+      "stays "
+      "in V3.system.oc\n",
       "new/V3.modifiedschema:3: warning: object class 'c' (2.2) is ignored: "
       "new/V3.system.oc:1 defines the same first name\n");
   EXPECT_EQ(read("out/V3.modifiedschema"),
             std::string(kHeaderLine) + kType + kTypesStorage + kD);
   EXPECT_EQ(read("out/V3.system.oc"), std::string(kHeaderLine) + kC);
+}
+
+TEST_F(WithdrawTest, AStorageDefinitionStaysWithItsType) {
+  write("new/V3.system.at", kType);
+  write("list", "2.1\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  attribute type 't' (2.1) with its storage definition was withdrawn "
+      "from V3.modifiedschema, and stays in V3.system.at\n",
+      "new/V3.modifiedschema:1: warning: attribute type 't' (2.1) is ignored: "
+      "new/V3.system.at:1 defines the same first name\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"), std::string(kHeaderLine) + kC + kD);
+  EXPECT_EQ(read("out/V3.system.at"),
+            std::string(kHeaderLine) + kType + kTypesStorage);
+}
+
+TEST_F(WithdrawTest, AnObjectClassWithTheOidOfATypeLeavesTheStorageUnnamed) {
+  write("new/V3.modifiedschema",
+        std::string(kType) + kTypesStorage +
+            "objectclasses=( 2.1 NAME 'k' ABSTRACT )\n");
+  write("list", "2.1\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  object class 'k' (2.1) was withdrawn\n",
+      "new/V3.modifiedschema:1: warning: attribute type 't' (2.1) is not in "
+      "the result as it stands here\n");
+  EXPECT_EQ(read("out/V3.modifiedschema"), "");
 }
 
 TEST_F(WithdrawTest, ABadListIsTroubleAndNothingIsWritten) {
@@ -188,10 +216,10 @@ TEST_F(WithdrawTest, TheListOfTheExamples) {
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(result.out.substr(result.out.find("\n\nmodified schema: ") + 2),
             "modified schema: modified-oids.txt\n"
-            "  attribute type 'drink' (0.9.2342.19200300.100.1.5) was "
-            "withdrawn\n"
-            "  attribute type 'userClass' (0.9.2342.19200300.100.1.8) was "
-            "withdrawn\n"
+            "  attribute type 'drink' (0.9.2342.19200300.100.1.5) with its "
+            "storage definition was withdrawn\n"
+            "  attribute type 'userClass' (0.9.2342.19200300.100.1.8) with its "
+            "storage definition was withdrawn\n"
             "  object class 'documentSeries' (0.9.2342.19200300.100.4.9) was "
             "withdrawn\n");
 }

@@ -26,6 +26,9 @@ constexpr std::array<SchemaFile, 9> kSchemaFiles = {{
     {"V3.modifiedschema", false, true},
 }};
 
+// The file of the modified schema, as an index of kSchemaFiles.
+constexpr std::size_t kModifiedSchema = kSchemaFiles.size() - 1;
+
 enum class Kind { kAttributeType, kObjectClass, kStorage };
 
 constexpr std::size_t kKinds = 3;

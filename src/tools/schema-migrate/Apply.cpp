@@ -68,6 +68,21 @@ void writeFiles(const fs::path &directory, Schemas *schemas) {
   }
 }
 
+// The inventory of the written files. They are gone when it fails, so the
+// message names them as they would have been called.
+Inventory readBack(const fs::path &working, const fs::path &out) {
+  try {
+    return Inventory(working);
+  } catch (const Trouble &trouble) {
+    std::string text = trouble.what();
+    if (text.rfind(working.string(), 0) == 0) {
+      text.replace(0, working.string().size(), out.string());
+    }
+    throw Trouble(text +
+                  "\nnothing was written; the result would not read back");
+  }
+}
+
 // What withdraw() has done, and which file holds a definition all the same.
 std::vector<Withdrawal> withdrawalsIn(const Inventory &written,
                                       const Schemas &schemas) {
@@ -113,6 +128,7 @@ ApplyResult apply(const ApplyOptions &options) {
   if (options.modifiedOids) {
     schemas.withdraw(*options.modifiedOids);
   }
+  requireNone(findUnwritable(schemas), "mend the files of the new release");
 
   ApplyResult result;
   result.oldRead = countEntries(schemas.oldFiles());
@@ -134,7 +150,7 @@ ApplyResult apply(const ApplyOptions &options) {
 
   OutputDirectory out(options.outDirectory);
   writeFiles(out.working(), &schemas);
-  const Inventory written(out.working());
+  const Inventory written = readBack(out.working(), options.outDirectory);
   const Losses losses = findLosses(written, &schemas);
   requireNone(losses.errors,
               "the files do not read back as they should; is there room on the "

@@ -1,10 +1,19 @@
 #include "Conflicts.h"
 
 #include <map>
+#include <set>
 
 #include "Inventory.h"
 
 namespace {
+
+// The library writes the keyword NAME of any object class, and reads what
+// stands behind it as names.
+constexpr char kNameless[] = "it has no name";
+
+bool isNamelessClass(const Entry &entry) {
+  return entry.kind == Kind::kObjectClass && entry.name.empty();
+}
 
 // A written file holds, for each OID recorded for it, the object class, or else
 // the attribute type and its storage definition; so an OID must lead to one
@@ -40,6 +49,9 @@ class Conflicts {
  private:
   // Empty when there is none.
   std::string reasonAgainst(const Entry &entry) {
+    if (isNamelessClass(entry)) {
+      return kNameless;
+    }
     const Entry *namesake = m_newFiles.holder(entry.kind, entry.key);
     if (namesake == nullptr && !m_schemas.canBeAdded(entry)) {
       const SchemaFile &file = kSchemaFiles[entry.file];
@@ -108,4 +120,23 @@ class Conflicts {
 
 std::vector<std::string> findConflicts(Schemas *schemas) {
   return Conflicts(schemas).find();
+}
+
+std::vector<std::string> findUnwritable(const Schemas &schemas) {
+  std::set<std::string> withdrawn;
+  for (const Withdrawal &one : schemas.withdrawals()) {
+    withdrawn.insert(one.oid);
+  }
+  const Inventory &files = schemas.newFiles();
+  std::vector<std::string> lines;
+  for (const Entry &entry : files.entries()) {
+    const bool isWritten = kSchemaFiles[entry.file].written &&
+                           (entry.file != schemacheck::kModifiedSchema ||
+                            withdrawn.count(entry.oid) == 0);
+    if (isWritten && !entry.dropped && isNamelessClass(entry)) {
+      lines.push_back(files.place(entry) + ": error: " + describe(entry) +
+                      " cannot be written: " + kNameless);
+    }
+  }
+  return lines;
 }

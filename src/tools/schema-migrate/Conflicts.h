@@ -1,4 +1,4 @@
-// Definitions that a merge would lose.
+// Definitions that a migration would lose.
 #ifndef SCHEMA_MIGRATE_CONFLICTS_H_
 #define SCHEMA_MIGRATE_CONFLICTS_H_
 
@@ -12,5 +12,9 @@
 // that would drive a definition out of the release. Each is a line,
 // "FILE:LINE: error: MESSAGE".
 std::vector<std::string> findConflicts(Schemas *schemas);
+
+// Looks, before the result is written, for definitions of the release that the
+// library writes in a form that it cannot read. The same lines.
+std::vector<std::string> findUnwritable(const Schemas &schemas);
 
 #endif  // SCHEMA_MIGRATE_CONFLICTS_H_

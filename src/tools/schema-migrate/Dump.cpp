@@ -4,6 +4,7 @@
 #include "OidList.h"
 #include "SchemaManager.h"
 #include "Schemas.h"
+#include "Trouble.h"
 
 void dump(const std::filesystem::path &directory,
           const std::optional<std::filesystem::path> &excludedOids,
@@ -11,6 +12,7 @@ void dump(const std::filesystem::path &directory,
   const Inventory files(directory);
   SchemaManager schema(directory.string());
   readFiles(files, &schema);
+  warn(files.ignoredEntries());
   if (excludedOids) {
     readExcludedOids(*excludedOids, &schema);
   }

@@ -75,6 +75,22 @@ void printMissing(const std::array<bool, kSchemaFiles.size()> &present,
   }
 }
 
+std::string inWords(const Withdrawal &one) {
+  if (one.definition.empty()) {
+    return "no definition has the OID " + one.oid;
+  }
+  const std::string what =
+      one.definition + (one.hasStorage ? " with its storage definition" : "");
+  const std::string file = kSchemaFiles[schemacheck::kModifiedSchema].name;
+  if (one.staysIn.empty()) {
+    return what + " was withdrawn";
+  }
+  return what +
+         (one.wasModified ? " was withdrawn from " + file + ", and"
+                          : " is not in " + file + ", and") +
+         " stays in " + one.staysIn;
+}
+
 }  // namespace
 
 void printReport(const ApplyOptions &options, const ApplyResult &result,
@@ -99,14 +115,6 @@ void printReport(const ApplyOptions &options, const ApplyResult &result,
     *out << "\nmodified schema: " << options.modifiedOids->string() << '\n';
   }
   for (const Withdrawal &one : result.withdrawals) {
-    *out << "  ";
-    if (one.definition.empty()) {
-      *out << one.oid << " is in no table\n";
-    } else if (one.staysIn.empty()) {
-      *out << one.definition << " was withdrawn\n";
-    } else {
-      *out << one.definition << " stays in " << one.staysIn
-           << ", where its OID is recorded too\n";
-    }
+    *out << "  " << inWords(one) << '\n';
   }
 }

@@ -1,5 +1,7 @@
 #include "Schemas.h"
 
+#include <set>
+
 #include "OidList.h"
 #include "Trouble.h"
 #include "Untraced.h"
@@ -103,8 +105,18 @@ void Schemas::merge() {
 
 // The library does not say which OIDs it knew; so that is found out before.
 void Schemas::withdraw(const fs::path &modifiedOids) {
+  std::set<std::string> modified;
+  for (const Entry &entry : m_newFiles.entries()) {
+    if (entry.file == schemacheck::kModifiedSchema && !entry.dropped) {
+      modified.insert(entry.oid);
+    }
+  }
   for (const std::string &oid : readOidList(modifiedOids)) {
-    m_withdrawals.push_back({oid, describeByOid(m_newSchema, oid), ""});
+    const bool hasStorage = m_newSchema.objectClassesByOid().count(oid) == 0 &&
+                            m_newSchema.attributeTypesByOid().count(oid) != 0 &&
+                            m_newSchema.storageDefinitions().count(oid) != 0;
+    m_withdrawals.push_back({oid, describeByOid(m_newSchema, oid), hasStorage,
+                             modified.count(oid) != 0, ""});
   }
   if (m_newSchema.modifySchema(modifiedOids.string()) != 0) {
     throw Trouble(errorAt(modifiedOids, 0, "cannot open the file"));

@@ -26,6 +26,11 @@ struct Withdrawal {
   std::string oid;
   // The definition that has the OID, in words; empty when none has.
   std::string definition;
+  // Whether it is an attribute type with a storage definition, which goes or
+  // stays with it.
+  bool hasStorage;
+  // Whether V3.modifiedschema recorded the OID until now.
+  bool wasModified;
   // The file of the result that holds it all the same, because its OID is
   // recorded there; empty when it is gone. Known when the result is written.
   std::string staysIn;

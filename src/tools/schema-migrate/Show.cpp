@@ -9,6 +9,7 @@
 #include "Nearest.h"
 #include "SchemaManager.h"
 #include "Schemas.h"
+#include "Trouble.h"
 
 namespace {
 
@@ -24,6 +25,7 @@ class Shower {
   explicit Shower(const std::filesystem::path &directory)
       : m_files(directory), m_schema(directory.string()) {
     readFiles(m_files, &m_schema);
+    warn(m_files.ignoredEntries());
     add(m_schema.attributeTypes(), &m_attributes);
     add(m_schema.attributeTypesByOid(), &m_attributes);
     add(m_schema.objectClasses(), &m_classes);

@@ -3,8 +3,10 @@
 #define SCHEMA_MIGRATE_TROUBLE_H_
 
 #include <filesystem>
+#include <iostream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 // Something is wrong with the input or the file system. what() is one or more
 // lines for the user, without a final newline; a line about a place in a file
@@ -20,6 +22,13 @@ inline std::string errorAt(const std::filesystem::path &file, int line,
   const std::string where =
       line > 0 ? file.string() + ":" + std::to_string(line) : file.string();
   return where + ": error: " + message;
+}
+
+// Prints the lines on standard error.
+inline void warn(const std::vector<std::string> &lines) {
+  for (const std::string &line : lines) {
+    std::cerr << line << '\n';
+  }
 }
 
 #endif  // SCHEMA_MIGRATE_TROUBLE_H_

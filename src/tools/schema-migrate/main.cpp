@@ -43,9 +43,10 @@ struct Options {
   std::vector<std::string> keys;
 };
 
-void warn(const std::vector<std::string> &lines) {
-  for (const std::string &line : lines) {
-    std::cerr << line << '\n';
+void flushOutput() {
+  std::cout.flush();
+  if (!std::cout) {
+    throw Trouble("error: cannot write to standard output");
   }
 }
 
@@ -157,19 +158,26 @@ class CommandLine {
     try {
       m_app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-      return m_app.exit(error) == 0 ? kDone : kTrouble;
+      const bool asked = m_app.exit(error) == 0;
+      flushOutput();
+      return asked ? kDone : kTrouble;
     }
     std::optional<TraceFile> trace;
     if (m_options.trace) {
       trace.emplace(*m_options.trace, m_options.traceEvents);
     }
     const int status = m_run(m_options);
-    if (trace) {
-      trace->close();
-    }
-    std::cout.flush();
-    if (!std::cout) {
-      throw Trouble("error: cannot write to standard output");
+    try {
+      if (trace) {
+        trace->close();
+      }
+      flushOutput();
+    } catch (const Trouble &trouble) {
+      throw m_options.outDirectory.empty()
+          ? trouble
+          : Trouble(trouble.what() +
+                    std::string("\nthe result is complete in ") +
+                    m_options.outDirectory);
     }
     return status;
   }
@@ -190,6 +198,9 @@ class CommandLine {
                      "0x10000 operations (0x2000 and 0x20000 their ends "
                      "alone), 0x4000000 messages")
         ->type_name("MASK")
+        ->check([](const std::string &mask) {
+          return mask.empty() ? "expected a number, found nothing" : "";
+        })
         ->needs("--trace");
     return command;
   }
