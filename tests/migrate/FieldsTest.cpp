@@ -7,7 +7,12 @@
 #include <vector>
 
 #include "MigrateTesting.h"
+#include "SchemaLine.h"
 #include "SchemaManager.h"
+
+using schemacheck::Field;
+using schemacheck::fieldsOf;
+using schemacheck::sameValues;
 
 namespace {
 

@@ -228,6 +228,16 @@ void SchemaLexan::skip(int n, std::ofstream &out) {
 
 void SchemaLexan::closeFile() { m_infile.close(); }
 
+std::streamoff SchemaLexan::position() {
+  return m_infile.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
+}
+
+void SchemaLexan::reposition(std::streamoff offset, int line) {
+  m_infile.clear();
+  m_infile.rdbuf()->pubseekpos(offset, std::ios::in);
+  m_line_num = line;
+}
+
 bool SchemaLexan::fileIsOpen() {
   TraceScope trace(Function::kLexanFileIsOpen);
   return trace.result(m_infile.good());

@@ -122,6 +122,15 @@ class SchemaLexan : public Clex_analyzer {
   // Closes the file ahead of the destructor; there are no tokens any more then.
   void closeFile();
 
+ protected:
+  // For derived classes that tell where in the file something stands, or go on
+  // behind something that could not be read. position() is how many bytes of
+  // the file the tokens so far have used up, -1 when there is no file; it asks
+  // the system. reposition() makes the byte at `offset` the next to be read and
+  // `line` its line; the current token stays what it is.
+  std::streamoff position();
+  void reposition(std::streamoff offset, int line);
+
  private:
   // Whether `c` is an ASCII character.
   bool isValidCharacter(char c);

@@ -9,6 +9,9 @@
 #include "Inventory.h"
 #include "SchemaManager.h"
 
+using schemacheck::Field;
+using schemacheck::fieldsOf;
+
 namespace {
 
 class Comparison {

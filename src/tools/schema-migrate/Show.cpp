@@ -4,9 +4,9 @@
 #include <map>
 #include <set>
 
-#include "Fields.h"
 #include "Inventory.h"
 #include "Nearest.h"
+#include "SchemaLine.h"
 #include "SchemaManager.h"
 #include "Schemas.h"
 #include "Trouble.h"

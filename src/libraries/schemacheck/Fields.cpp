@@ -1,15 +1,12 @@
 #include "Fields.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <fstream>
+#include <cstring>
 #include <set>
-#include <system_error>
+#include <utility>
 
 #include "SchemaSymbolTable.h"
-#include "Trouble.h"
+
+namespace schemacheck {
 
 namespace {
 
@@ -44,10 +41,42 @@ const char *classKind(int token) {
   }
 }
 
+bool isClassKind(const std::string &keyword) {
+  return keyword == "ABSTRACT" || keyword == "STRUCTURAL" ||
+         keyword == "AUXILIARY";
+}
+
+// Enters the values of a clause into the field that it states.
+void state(const Clause &clause, Field *field) {
+  if (field->isList) {
+    for (const Value &value : clause.values) {
+      field->values.push_back(value.text);
+    }
+  } else if (field->values == flag("", false).values) {
+    *field = flag(field->name, true);
+  } else if (!clause.values.empty()) {
+    const std::string &text = clause.values.front().text;
+    *field = std::strcmp(field->name, "DESC") == 0 ? quoted("DESC", text)
+                                                   : single(field->name, text);
+  }
+}
+
+std::vector<Field> noFieldsOf(Kind kind) {
+  switch (kind) {
+    case Kind::kAttributeType:
+      return fieldsOf(Attribute());
+    case Kind::kObjectClass:
+      return fieldsOf(ObjectClass());
+    case Kind::kStorage:
+      break;
+  }
+  return fieldsOf(QORAttribute());
+}
+
 std::set<std::string> lowerSet(const std::vector<std::string> &values) {
   std::set<std::string> lower;
   for (const std::string &value : values) {
-    lower.insert(Attribute().convert(value));
+    lower.insert(lowerCase(value));
   }
   return lower;
 }
@@ -104,22 +133,34 @@ std::vector<Field> fieldsOf(const QORAttribute &storage) {
           flag("SUBSTR", storage.hasSubstr()),
           flag("APPROX", storage.hasApprox())};
 }
-
-// The library writes to files only; this one is in memory.
-std::string schemaLine(QORSchema *definition) {
-  const int descriptor = memfd_create("definition", MFD_CLOEXEC);
-  if (descriptor == -1) {
-    throw Trouble("error: cannot make a file in memory: " +
-                  std::generic_category().message(errno));
+std::vector<Field> fieldsOf(const Definition &definition) {
+  std::vector<Field> fields = noFieldsOf(definition.kind);
+  if (definition.oid) {
+    fields.front() = single("OID", definition.oid->text);
   }
-  const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
-  {
-    std::ofstream out(path);
-    definition->dump(out);
+  for (const Clause &clause : definition.clauses) {
+    if (!clause.known) {
+      continue;
+    }
+    for (Field &field : fields) {
+      if (clause.keyword == field.name) {
+        state(clause, &field);
+      } else if (std::strcmp(field.name, "kind") == 0 &&
+                 isClassKind(clause.keyword)) {
+        field = single("kind", clause.keyword);
+      }
+    }
   }
-  std::ifstream in(path);
-  std::string line;
-  std::getline(in, line);
-  close(descriptor);
-  return line;
+  return fields;
 }
+
+std::string lowerCase(std::string text) {
+  for (char &c : text) {
+    if (c >= 'A' && c <= 'Z') {
+      c = static_cast<char>(c - 'A' + 'a');
+    }
+  }
+  return text;
+}
+
+}  // namespace schemacheck

@@ -1,6 +1,6 @@
 // The fields of definitions under the names that they have in a schema file.
-#ifndef SCHEMA_MIGRATE_FIELDS_H_
-#define SCHEMA_MIGRATE_FIELDS_H_
+#ifndef SCHEMACHECK_FIELDS_H_
+#define SCHEMACHECK_FIELDS_H_
 
 #include <string>
 #include <vector>
@@ -8,6 +8,9 @@
 #include "Attribute.h"
 #include "ObjectClass.h"
 #include "QORAttribute.h"
+#include "StrictReader.h"
+
+namespace schemacheck {
 
 struct Field {
   const char *name;                 // "DESC", "MAY", ...; "kind" of a class
@@ -27,7 +30,14 @@ std::vector<Field> fieldsOf(const Attribute &attribute);
 std::vector<Field> fieldsOf(const ObjectClass &objectClass);
 std::vector<Field> fieldsOf(const QORAttribute &storage);
 
-// The definition as the library writes it, without the end of line.
-std::string schemaLine(QORSchema *definition);
+// The same of a definition as a file states it: what the fields above would be
+// if the library kept all of it. Of a field that is repeated the last value
+// counts, and all those of a list.
+std::vector<Field> fieldsOf(const Definition &definition);
 
-#endif  // SCHEMA_MIGRATE_FIELDS_H_
+// In lower case, as the library compares names.
+std::string lowerCase(std::string text);
+
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_FIELDS_H_

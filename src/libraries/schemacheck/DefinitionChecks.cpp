@@ -1,0 +1,241 @@
+#include "DefinitionChecks.h"
+
+#include <array>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "DefinitionIndex.h"
+#include "Statements.h"
+
+namespace schemacheck {
+
+namespace {
+
+bool endsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() &&
+         text.substr(text.size() - end.size()) == end;
+}
+
+class DefinitionChecks {
+ public:
+  explicit DefinitionChecks(const SchemaDirectory &directory)
+      : m_directory(directory), m_index(directory) {
+    for (const Statement &statement : directory.statements()) {
+      if (statement.definition->kind == Kind::kAttributeType) {
+        m_typeFiles.emplace(statement.oid(), statement.file->number);
+      } else if (statement.definition->kind == Kind::kStorage) {
+        m_hasStorage = true;
+      }
+    }
+  }
+
+  std::vector<Finding> run() {
+    for (const Statement &statement : m_directory.statements()) {
+      checkFile(statement);
+      checkPresence(statement);
+      if (!DefinitionIndex::isEntered(statement)) {
+        continue;
+      }
+      if (!isHeld(statement)) {
+        addRepeated(statement);
+        continue;
+      }
+      checkOid(statement);
+      checkNames(statement);
+      if (statement.definition->kind == Kind::kStorage) {
+        checkType(statement);
+        checkColumns(statement);
+      } else if (statement.definition->kind == Kind::kAttributeType) {
+        checkStorage(statement);
+      }
+    }
+    return std::move(m_findings);
+  }
+
+ private:
+  void add(Code code, const Statement &at, std::size_t offset,
+           std::string message) {
+    m_findings.push_back(
+        findingAt(code, at.file->text, offset, std::move(message)));
+  }
+
+  static std::size_t atStart(const Statement &statement) {
+    return statement.definition->span.begin;
+  }
+
+  static std::size_t atOid(const Statement &statement) {
+    return statement.definition->oid ? statement.definition->oid->span.begin
+                                     : atStart(statement);
+  }
+
+  // Where the key is that a manager files the definition under.
+  static std::size_t atKey(const Statement &statement) {
+    if (statement.definition->kind == Kind::kStorage) {
+      return atOid(statement);
+    }
+    const auto names = valuesOf(statement, "NAME");
+    return names.empty() ? atStart(statement) : names.front()->span.begin;
+  }
+
+  void checkFile(const Statement &statement) {
+    const std::string file = kSchemaFiles[statement.file->number].name;
+    const bool isClass = statement.definition->kind == Kind::kObjectClass;
+    if (!endsWith(file, isClass ? ".at" : ".oc")) {
+      return;
+    }
+    const std::string right =
+        file.substr(0, file.size() - 2) + (isClass ? "oc" : "at");
+    add(Code::kWrongFile, statement, atStart(statement),
+        "expected the " + std::string(kindName(statement.definition->kind)) +
+            " in a file such as " + right + ", found it in " + file);
+  }
+
+  void checkPresence(const Statement &statement) {
+    if (statement.oid().empty()) {
+      add(Code::kNoOid, statement, atStart(statement),
+          std::string("expected an OID behind '(', found none; the library ") +
+              (DefinitionIndex::isEntered(statement)
+ ? "files the definition under no OID": "drops the definition"));
+    }
+    const Kind kind = statement.definition->kind;
+    if (kind == Kind::kStorage || !statement.firstName().empty()) {
+      return;
+    }
+    if (kind == Kind::kObjectClass) {
+      add(Code::kNamelessClass, statement, atStart(statement),
+          "expected a name of the object class, found none; the library "
+          "writes it in a form that cannot be read");
+    } else {
+      add(Code::kNoName, statement, atStart(statement),
+          "expected a name of the attribute type, found none");
+    }
+  }
+
+  bool isHeld(const Statement &statement) const {
+    return m_index.holder(statement.definition->kind, statement.key()) ==
+           &statement;
+  }
+
+  void addRepeated(const Statement &statement) {
+    const Statement &first =
+        *m_index.holder(statement.definition->kind, statement.key());
+    if (isIdentical(statement, first)) {
+      add(Code::kRepeatedDefinition, statement, atKey(statement),
+          "expected the definition once, found it again; the first is at " +
+              inWordsWithPlace(first));
+      return;
+    }
+    const bool isStorage = statement.definition->kind == Kind::kStorage;
+    add(Code::kShadowed, statement, atKey(statement),
+        std::string("expected ") + (isStorage ? "an OID" : "a first name") +
+            " of its own, found that of " + inWordsWithPlace(first) +
+            "; the library holds that one instead of this");
+  }
+
+  void checkOid(const Statement &statement) {
+    const Kind kind = statement.definition->kind;
+    const std::string oid = statement.oid();
+    if (kind == Kind::kStorage || oid.empty()) {
+      return;
+    }
+    const Statement *first = m_index.withOid(kind, oid);
+    if (first != &statement) {
+      add(Code::kOidTwice, statement, atOid(statement),
+          "expected an OID of its own, found that of " +
+              inWordsWithPlace(*first) + "; the library never writes this one");
+      return;
+    }
+    const Statement *other = m_index.withOid(
+        kind == Kind::kObjectClass ? Kind::kAttributeType : Kind::kObjectClass,
+        oid);
+    // Both lie in one vector, in the order of reading.
+    if (other != nullptr && other < &statement) {
+      add(Code::kOidOfTwoKinds, statement, atOid(statement),
+          "expected an OID of its own, found that of " +
+              inWordsWithPlace(*other) +
+              "; the library writes the object class only");
+    }
+  }
+
+  void checkNames(const Statement &statement) {
+    auto &firstWithName =
+        m_firstWithName[static_cast<std::size_t>(statement.definition->kind)];
+    for (const Value *name : valuesOf(statement, "NAME")) {
+      const Statement *first =
+          firstWithName.try_emplace(lowerCase(name->text), &statement)
+              .first->second;
+      if (first != &statement) {
+        add(Code::kNameTwice, statement, name->span.begin,
+            "expected a name of its own, found '" + name->text + "', which " +
+                inWordsWithPlace(*first) + " has, too");
+      }
+    }
+  }
+
+  // Of a storage definition.
+  void checkType(const Statement &statement) {
+    const std::string oid = statement.oid();
+    const Statement *type = m_index.withOid(Kind::kAttributeType, oid);
+    if (type == nullptr) {
+      add(Code::kStorageWithoutType, statement, atOid(statement),
+          "expected an attribute type with the OID " + oid +
+              ", found none; the library never writes the storage definition");
+    } else if (m_typeFiles.count({oid, statement.file->number}) == 0) {
+      const bool areWritten = kSchemaFiles[statement.file->number].written &&
+                              kSchemaFiles[type->file->number].written;
+      add(Code::kStorageApart, statement, atOid(statement),
+          "expected the storage definition in the file of its attribute type, "
+          "found that at " +
+              inWordsWithPlace(*type) +
+              (areWritten ? "; the library writes both into each of the files"
+                          : ""));
+    }
+  }
+
+  void checkColumns(const Statement &statement) {
+    std::set<std::string> seen;
+    for (const Value *column : valuesOf(statement, "DBNAME")) {
+      const std::string name = lowerCase(column->text);
+      const Statement *first =
+          m_firstWithColumn.try_emplace(name, &statement).first->second;
+      if (first != &statement && seen.insert(name).second) {
+        add(Code::kSharedColumn, statement, column->span.begin,
+            "expected a column of its own, found '" + column->text +
+                "', which " + inWordsWithPlace(*first) + " has, too");
+      }
+    }
+  }
+
+  // Of an attribute type.
+  void checkStorage(const Statement &statement) {
+    const std::string oid = statement.oid();
+    if (m_hasStorage && !oid.empty() &&
+        m_index.holder(Kind::kStorage, oid) == nullptr) {
+      add(Code::kNoStorage, statement, atOid(statement),
+          "expected a storage definition with the OID " + oid +
+              ", found none");
+    }
+  }
+
+  using Index = std::unordered_map<std::string, const Statement *>;
+
+  const SchemaDirectory &m_directory;
+  const DefinitionIndex m_index;
+  std::set<std::pair<std::string, std::size_t>> m_typeFiles;  // OID and file
+  bool m_hasStorage = false;
+  // Of what has been looked at so far, and is held.
+  std::array<Index, kKinds> m_firstWithName;
+  Index m_firstWithColumn;
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace
+
+std::vector<Finding> checkDefinitions(const SchemaDirectory &directory) {
+  return DefinitionChecks(directory).run();
+}
+
+}  // namespace schemacheck

@@ -1,0 +1,55 @@
+// The definitions of a directory by their names and OIDs.
+#ifndef SCHEMACHECK_DEFINITIONINDEX_H_
+#define SCHEMACHECK_DEFINITIONINDEX_H_
+
+#include <array>
+#include <string>
+#include <unordered_map>
+
+#include "SchemaDirectory.h"
+
+namespace schemacheck {
+
+// Finds the first definition, in the order of reading, that has a key. The
+// directory must outlive it.
+class DefinitionIndex {
+ public:
+  explicit DefinitionIndex(const SchemaDirectory &directory);
+
+  // The definition that a manager holds under the key; null if there is none.
+  const Statement *holder(Kind kind, const std::string &key) const;
+  // The first with the OID.
+  const Statement *withOid(Kind kind, const std::string &oid) const;
+  // The first with the name, in any case, wherever it stands among its names.
+  const Statement *withName(Kind kind, const std::string &name) const;
+  // The first that a reference leads to, which is a name in any case or an OID.
+  const Statement *target(Kind kind, const std::string &reference) const;
+
+  // Whether a manager enters the definition in a table: it has an OID, or
+  // stands behind "=".
+  static bool isEntered(const Statement &statement);
+
+ private:
+  using Table = std::unordered_map<std::string, const Statement *>;
+
+  static const Statement *find(const Table &table, const std::string &key);
+
+  struct Tables {
+    Table byKey;
+    Table byOid;
+    Table byName;
+  };
+  const Tables &of(Kind kind) const {
+    return m_tables[static_cast<std::size_t>(kind)];
+  }
+
+  std::array<Tables, kKinds> m_tables;
+};
+
+// The values of a field, with their places; none when the definition lacks it.
+std::vector<const Value *> valuesOf(const Statement &statement,
+                                    std::string_view keyword);
+
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_DEFINITIONINDEX_H_

@@ -1,0 +1,400 @@
+#include "FileCheck.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "LibraryReader.h"
+#include "Suspects.h"
+
+namespace schemacheck {
+
+namespace {
+
+bool beginsSection(int token) {
+  return token == TOK_ATTRIBUTETYPES || token == TOK_OBJECTCLASSES ||
+         token == TOK_QORATTRIBUTETYPES;
+}
+
+const char *keywordOf(Kind kind) {
+  switch (kind) {
+    case Kind::kAttributeType:
+      return "attributetypes";
+    case Kind::kObjectClass:
+      return "objectclasses";
+    case Kind::kStorage:
+      break;
+  }
+  return "QORAttributetypes";
+}
+
+bool isKeyword(const std::string &spelling) {
+  for (const char *keyword :
+       {"attributetypes", "attributeTypes", "objectclasses", "objectClasses",
+        "QORAttributetypes", "QORattributeTypes"}) {
+    if (spelling == keyword) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// How what the library has kept of a definition differs from what stands there.
+struct Difference {
+  std::vector<std::string> fields;  // the names of those that differ
+  bool end = false;                 // it ends elsewhere
+
+  bool any() const { return end || !fields.empty(); }
+
+  // Whether the field differs; from now on it does not count.
+  bool take(const std::string &field) {
+    const auto found = std::find(fields.begin(), fields.end(), field);
+    const bool differs = found != fields.end();
+    if (differs) {
+      fields.erase(found);
+    }
+    return differs;
+  }
+};
+
+class FileCheck {
+ public:
+  FileCheck(const SchemaDirectory &directory, const StrictFile &file)
+      : m_file(file),
+        m_sections(file.reading.sections),
+        m_library(directory.path().string(), kSchemaFiles[file.number].name) {}
+
+  // The loop of SchemaManager::readFile().
+  std::vector<Finding> run() {
+    m_token = m_library.lexan();
+    while (m_token != TOK_DONE) {
+      if (beginsSection(m_token)) {
+        reachSection(m_library.offset());
+      } else {
+        m_token = m_library.lexan();
+      }
+    }
+    skipSections(m_file.text.bytes().size() + 1);
+    reportOutside();
+    return std::move(m_findings);
+  }
+
+ private:
+  void add(Code code, std::size_t offset, std::string message) {
+    m_findings.push_back(
+        findingAt(code, m_file.text, offset, std::move(message)));
+  }
+
+  // Reports what stands in no section and what in a block stands in no
+  // definition.
+  void reportOutside() {
+    std::size_t end = 0;
+    std::vector<Span> definitions;
+    for (const Section &section : m_sections) {
+      for (const Definition &definition : section.definitions) {
+        definitions.push_back(definition.span);
+      }
+    }
+    auto definition = definitions.begin();
+    for (const Fault &fault : m_file.reading.faults) {
+      while (definition != definitions.end() &&
+             definition->begin <= fault.at.begin) {
+        end = definition->end;
+        ++definition;
+      }
+      if (fault.at.begin < end) {
+        continue;
+      }
+      const std::string message =
+          "expected " + fault.expected + ", found " + fault.found;
+      if (fault.code == FaultCode::kDefinitionOutside) {
+        add(Code::kOutsideSection, fault.at.begin,
+            message + "; the library passes over it");
+      } else if (fault.code == FaultCode::kStray ||
+                 fault.code == FaultCode::kQuoteUnclosed) {
+        add(Code::kStrayText, fault.at.begin, message);
+      }
+    }
+  }
+
+  void goOnAt(std::size_t offset) {
+    m_library.goTo(offset);
+    m_token = m_library.lexan();
+  }
+
+  static std::size_t endOf(const Section &section) {
+    return section.definitions.empty() ? section.keyword.end
+                                       : section.definitions.back().span.end;
+  }
+
+  // The library has come to a keyword that ends at `offset`.
+  void reachSection(std::size_t offset) {
+    if (skipSections(offset)) {
+      return;
+    }
+    if (m_next == m_sections.size() ||
+        m_sections[m_next].keyword.end != offset) {
+      add(Code::kUnreadable, offset - 1,
+          "the library takes this word for the keyword of a section");
+      m_token = m_library.lexan();
+      return;
+    }
+    const Section &section = m_sections[m_next++];
+    const int opener = m_library.lexan();
+    if (opener == '{' && section.opener == '{') {
+      checkBlock(section);
+    } else if (opener == '=' && section.opener == '=') {
+      checkSingle(section);
+    } else {
+      add(Code::kSectionOpener, section.keyword.end,
+          "expected '=' or '{' behind " + section.spelling + ", found " +
+              (opener == '\r' ? "a carriage return" : "something else") +
+              "; the library gives the file up here");
+      checkApart(section);
+    }
+  }
+
+  // Reports the sections before `offset`, which the library has not noticed.
+  bool skipSections(std::size_t offset) {
+    bool any = false;
+    while (m_next < m_sections.size() &&
+           m_sections[m_next].keyword.end < offset) {
+      skipSection(m_sections[m_next++]);
+      any = true;
+    }
+    return any;
+  }
+
+  void skipSection(const Section &section) {
+    const std::string_view bytes = m_file.text.bytes();
+    const std::size_t end = section.keyword.end;
+    const std::string effect =
+        "; the library skips the section, definitions: " +
+        std::to_string(section.definitions.size());
+    if (!isKeyword(section.spelling)) {
+      add(Code::kSectionSpelling, section.keyword.begin,
+          std::string("expected ") + keywordOf(section.kind) + ", found " +
+              section.spelling + effect);
+    } else if (end < bytes.size() && bytes[end] == '\t') {
+      add(Code::kTab, end,
+          "expected '=' or a blank behind " + section.spelling +
+              ", found a tab" + effect);
+    } else if (end == bytes.size()) {
+      add(Code::kNoNewline, section.keyword.begin,
+          "expected a section, found its keyword alone");
+    } else {
+      add(Code::kUnreadable, section.keyword.begin,
+          "expected a section" + effect);
+    }
+    checkApart(section);
+  }
+
+  // Checks the definitions of a section that the library does not come to.
+  void checkApart(const Section &section) {
+    for (const Definition &definition : section.definitions) {
+      m_library.goTo(definition.span.begin);
+      judge(definition, m_library.parse(section.kind));
+    }
+    goOnAt(endOf(section));
+  }
+
+  void checkSingle(const Section &section) {
+    if (section.definitions.empty()) {
+      add(Code::kUnreadable, section.keyword.begin,
+          "expected a definition behind '=', found none; the library reads on");
+      goOnAt(endOf(section));
+      return;
+    }
+    check(section.definitions.front());
+  }
+
+  void checkBlock(const Section &section) {
+    for (const Definition &definition : section.definitions) {
+      check(definition);
+    }
+    if (!section.closed) {
+      add(Code::kSectionUnclosed, section.keyword.begin,
+          "expected '}' at the end of the block of " + section.spelling +
+              ", found none; the library gives the file up here");
+      goOnAt(endOf(section));
+      return;
+    }
+    // Whatever stands before the closing brace is a definition to the library.
+    bool first = section.definitions.empty();
+    while (m_token != '}' || first) {
+      first = false;
+      const std::size_t at = m_library.offset() - 1;
+      const Kept kept = m_library.parse(section.kind);
+      m_token = m_library.getCurrentToken();
+      if (kept.end == Kept::End::kCutOff || kept.end == Kept::End::kEndless ||
+          !kept.fields.front().values.empty()) {
+        add(Code::kUnreadable, at,
+            "expected '}' or a definition; the library makes a definition of "
+            "what stands here");
+        goOnAt(endOf(section));
+        return;
+      }
+    }
+  }
+
+  // Lets the library read the definition where it stands.
+  void check(const Definition &definition) {
+    if (judge(definition, m_library.parse(definition.kind))) {
+      m_token = m_library.getCurrentToken();
+    } else {
+      goOnAt(definition.span.end);
+    }
+  }
+
+  // Reports the differences. Returns whether the library is where it should be.
+  bool judge(const Definition &definition, const Kept &kept) {
+    Difference difference = compare(definition, kept);
+    const bool inPlace = !difference.end;
+    bool moved = false;
+    std::vector<Suspect> suspects = suspectClauses(m_file, definition);
+    // First what accounts for one field each.
+    if (difference.any()) {
+      takeSpellings(definition, kept, &difference);
+    }
+    std::vector<Suspect> others;
+    for (const Suspect &suspect : suspects) {
+      if (suspect.always) {
+        difference.take(suspect.field);
+        add(suspect.code, suspect.offset, suspect.message);
+      } else if (suspect.field.empty()) {
+        others.push_back(suspect);
+      } else if (difference.take(suspect.field)) {
+        add(suspect.code, suspect.offset, suspect.message);
+      } else if (suspect.harmless) {
+        add(*suspect.harmless, suspect.offset, suspect.message);
+      }
+    }
+    if (difference.any()) {
+      const std::vector<Suspect> tokens =
+          suspectTokens(m_file, definition, &m_library);
+      moved = true;
+      others.insert(others.end(), tokens.begin(), tokens.end());
+      blame(others, difference, definition, kept);
+    } else {
+      for (const Suspect &suspect : others) {
+        if (suspect.harmless) {
+          add(*suspect.harmless, suspect.offset, suspect.message);
+        }
+      }
+    }
+    return inPlace && !moved;
+  }
+
+  // Names that are keywords of sections are kept in the spelling of those.
+  void takeSpellings(const Definition &definition, const Kept &kept,
+                     Difference *difference) {
+    for (const Field &field : kept.fields) {
+      std::vector<Value> values;
+      for (const Clause &clause : definition.clauses) {
+        if (clause.known && clause.keyword == field.name) {
+          values.insert(values.end(), clause.values.begin(),
+                        clause.values.end());
+        }
+      }
+      const auto sameInLowerCase = [](const Value &value,
+                                      const std::string &text) {
+        return lowerCase(value.text) == lowerCase(text);
+      };
+      if (!field.isList ||
+          !std::equal(values.begin(), values.end(), field.values.begin(),
+                      field.values.end(), sameInLowerCase) ||
+          !difference->take(field.name)) {
+        continue;
+      }
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        if (values[i].text != field.values[i]) {
+          add(Code::kSpelling, values[i].span.begin,
+              "expected '" + values[i].text + "' to be kept; the library " +
+                  "keeps '" + field.values[i] + "'");
+        }
+      }
+    }
+  }
+
+  static Difference compare(const Definition &definition, const Kept &kept) {
+    const std::vector<Field> said = fieldsOf(definition);
+    Difference difference;
+    for (std::size_t i = 0; i < said.size(); ++i) {
+      if (said[i].values != kept.fields[i].values) {
+        difference.fields.emplace_back(said[i].name);
+      }
+    }
+    difference.end =
+        kept.end != Kept::End::kClosed || kept.closing != definition.span.end;
+    return difference;
+  }
+
+  // Reports what has caused the difference.
+  void blame(const std::vector<Suspect> &suspects, const Difference &difference,
+             const Definition &definition, const Kept &kept) {
+    const std::string effect = effectOf(difference, definition, kept);
+    for (const Suspect &suspect : suspects) {
+      const bool isEndless = kept.end == Kept::End::kEndless &&
+                             (suspect.code == Code::kNamesLast ||
+                              suspect.code == Code::kColumnsLast);
+      add(isEndless ? Code::kEndlessNames : suspect.code, suspect.offset,
+          suspect.message + effect);
+    }
+    if (!suspects.empty()) {
+      return;
+    }
+    if (difference.end) {
+      add(Code::kUnreadable, definition.span.begin,
+          "expected the definition to end at its ')'" + effect);
+      return;
+    }
+    const std::vector<Field> said = fieldsOf(definition);
+    for (std::size_t i = 0; i < said.size(); ++i) {
+      if (said[i].values != kept.fields[i].values) {
+        add(Code::kDiffers, definition.span.begin,
+            std::string("expected ") + said[i].name + " to be " +
+                said[i].text() + "; the library keeps " +
+                kept.fields[i].text());
+      }
+    }
+  }
+
+  static std::string effectOf(const Difference &difference,
+                              const Definition &definition, const Kept &kept) {
+    if (kept.end == Kept::End::kEndless) {
+      return "; the library would never come back";
+    }
+    if (kept.end == Kept::End::kCutOff) {
+      return "; the library gives the file up here";
+    }
+    if (difference.end) {
+      return kept.end == Kept::End::kClosed &&
+                     kept.closing < definition.span.end
+                 ? "; the library ends the definition too early"
+                 : "; the library does not end the definition at its ')'";
+    }
+    for (const Field &field : kept.fields) {
+      if (difference.fields.front() == field.name) {
+        return std::string("; the library keeps ") + field.name + " " +
+               field.text();
+      }
+    }
+    return "";
+  }
+
+  const StrictFile &m_file;
+  const std::vector<Section> &m_sections;
+  std::size_t m_next = 0;  // the section to come
+  LibraryReader m_library;
+  int m_token = 0;
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace
+
+std::vector<Finding> checkFile(const SchemaDirectory &directory,
+                               const StrictFile &file) {
+  return FileCheck(directory, file).run();
+}
+
+}  // namespace schemacheck

@@ -1,0 +1,116 @@
+#include "Finding.h"
+
+#include <algorithm>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include "SchemaFiles.h"
+
+namespace schemacheck {
+
+namespace {
+
+constexpr std::size_t kTabWidth = 8;
+
+bool isAscii(const std::string &text) {
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    return static_cast<unsigned char>(c) < 128;
+  });
+}
+
+// The line as it is shown, and the column of a byte of it, from 0.
+struct ShownLine {
+  std::string text;
+  std::size_t column = 0;
+};
+
+ShownLine show(const std::string &line, std::size_t offset) {
+  ShownLine shown;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (i == offset) {
+      shown.column = shown.text.size();
+    }
+    const char c = line[i];
+    if (c == '\t') {
+      shown.text.append(kTabWidth - shown.text.size() % kTabWidth, ' ');
+    } else {
+      shown.text += (c >= 0 && c < ' ') || c == 127 ? '?' : c;
+    }
+  }
+  if (offset >= line.size()) {
+    shown.column = shown.text.size();
+  }
+  return shown;
+}
+
+// Where a file stands in the order of reading, from 1; 0 for a directory or
+// another file.
+std::size_t fileNumber(const std::string &path) {
+  const std::string_view name =
+      std::string_view(path).substr(path.rfind('/') + 1);
+  for (std::size_t i = 0; i < kSchemaFiles.size(); ++i) {
+    if (name == kSchemaFiles[i].name) {
+      return i + 1;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+Finding findingAt(Code code, const SourceText &text, std::size_t offset,
+                  std::string message) {
+  const Position position = text.position(offset);
+  return {code,
+          text.name(),
+          position.line,
+          position.column,
+          std::move(message),
+          std::string(text.line(position.line))};
+}
+
+Finding findingOn(Code code, std::string file, std::string message) {
+  return {code, std::move(file), 0, 0, std::move(message), ""};
+}
+
+std::string toText(const Finding &finding) {
+  const CodeDescription &code = describe(finding.code);
+  const bool isPlaced = finding.line != 0;
+  std::string text = finding.file;
+  if (isPlaced) {
+    text += ':' + std::to_string(finding.line) + ':' +
+            std::to_string(finding.column);
+  }
+  text += code.severity == Severity::kError ? ": error: [" : ": warning: [";
+  text += code.name;
+  text += "] " + show(finding.message, 0).text + '\n';
+  if (isPlaced) {
+    const ShownLine shown =
+        show(finding.sourceLine, static_cast<std::size_t>(finding.column) - 1);
+    text += shown.text + '\n';
+    if (isAscii(finding.sourceLine)) {
+      text += std::string(shown.column, ' ') + "^\n";
+    }
+  }
+  return text;
+}
+
+void sortFindings(std::vector<Finding> *findings) {
+  const auto before = [](const Finding &a, const Finding &b) {
+    const auto place = [](const Finding &finding) {
+      return std::tuple(fileNumber(finding.file), finding.line, finding.column,
+                        finding.code);
+    };
+    return std::tuple_cat(place(a), std::tie(a.file, a.message)) <
+           std::tuple_cat(place(b), std::tie(b.file, b.message));
+  };
+  const auto same = [&before](const Finding &a, const Finding &b) {
+    return !before(a, b) && !before(b, a);
+  };
+  std::sort(findings->begin(), findings->end(), before);
+  findings->erase(std::unique(findings->begin(), findings->end(), same),
+                  findings->end());
+}
+
+}  // namespace schemacheck

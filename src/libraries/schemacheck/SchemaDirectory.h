@@ -1,0 +1,85 @@
+// The files of a schema directory, as they are written.
+#ifndef SCHEMACHECK_SCHEMADIRECTORY_H_
+#define SCHEMACHECK_SCHEMADIRECTORY_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Fields.h"
+#include "Finding.h"
+#include "SchemaFiles.h"
+#include "SourceText.h"
+#include "StrictReader.h"
+
+namespace schemacheck {
+
+// One file that could be read.
+struct StrictFile {
+  std::size_t number;  // an index of kSchemaFiles
+  SourceText text;
+  Reading reading;
+};
+
+// A definition that a file states.
+struct Statement {
+  const StrictFile *file;
+  const Section *section;
+  const Definition *definition;
+  // Its fields as the file says them, in the form and order in which fieldsOf()
+  // gives those of a definition that the library has read.
+  std::vector<Field> fields;
+
+  std::string oid() const;        // empty when it has none
+  std::string firstName() const;  // empty when it has none
+  // What a manager files it under: the first name in lower case, for storage
+  // definitions the OID.
+  std::string key() const;
+  // "attribute type 'cn' (2.5.4.3)"
+  std::string inWords() const;
+  // "FILE:LINE" of its opening parenthesis.
+  std::string place() const;
+};
+
+// Reads the files of one directory strictly. It holds what the files say,
+// whatever the library makes of it; see FileCheck.h for that.
+class SchemaDirectory {
+ public:
+  static constexpr std::uintmax_t kDefaultLimit = std::uintmax_t{64} << 20;
+
+  // Never throws on account of what it finds: findings() says what cannot be
+  // read. Files larger than `sizeLimit` bytes are not read.
+  explicit SchemaDirectory(std::filesystem::path path,
+                           std::uintmax_t sizeLimit = kDefaultLimit);
+
+  SchemaDirectory(const SchemaDirectory &) = delete;
+  SchemaDirectory &operator=(const SchemaDirectory &) = delete;
+
+  const std::filesystem::path &path() const { return m_path; }
+
+  // In the order in which they are read.
+  const std::deque<StrictFile> &files() const { return m_files; }
+
+  // All definitions, in the order in which a manager reads them.
+  const std::vector<Statement> &statements() const { return m_statements; }
+
+  // What is wrong with the files as files.
+  const std::vector<Finding> &findings() const { return m_findings; }
+
+ private:
+  void checkNames();
+  void readFile(std::size_t number);
+
+  std::filesystem::path m_path;
+  std::uintmax_t m_sizeLimit;
+  std::deque<StrictFile> m_files;
+  std::vector<Statement> m_statements;
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_SCHEMADIRECTORY_H_

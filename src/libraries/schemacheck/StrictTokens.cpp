@@ -1,0 +1,145 @@
+#include "StrictTokens.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "StrictGrammar.h"
+
+namespace schemacheck {
+
+namespace {
+
+constexpr std::size_t kLongestText = 40;
+
+// The first line of `text`, or as much of it as fits into a message.
+std::string shortened(std::string_view text) {
+  std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+  if (end > kLongestText) {
+    end = kLongestText;
+    // Not in the middle of a character in UTF-8.
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
+      --end;
+    }
+  }
+  return std::string(text.substr(0, end)) + (end < text.size() ? "..." : "");
+}
+
+}  // namespace
+
+std::string inWords(const Token &token) {
+  switch (token.type) {
+    case Token::Type::kEnd:
+      return "the end of the file";
+    case Token::Type::kWord:
+      return "the word '" + shortened(token.text) + "'";
+    case Token::Type::kNumber:
+      return "the number " + shortened(token.text);
+    case Token::Type::kQuoted:
+      return "the text '" + shortened(token.text) + "'";
+    case Token::Type::kDoubleQuoted:
+      return "the text \"" + shortened(token.text) + "\"";
+    case Token::Type::kCharacter:
+      break;
+  }
+  return "'" + token.text + "'";
+}
+
+const Token &StrictTokens::peek(std::size_t i) {
+  while (m_ahead.size() <= i) {
+    m_ahead.push_back(m_scanner.next());
+  }
+  return m_ahead[i];
+}
+
+Token StrictTokens::take() {
+  peek();
+  Token token = std::move(m_ahead.front());
+  m_ahead.pop_front();
+  m_end = token.span.end;
+  return token;
+}
+
+bool StrictTokens::isWord(std::size_t i) {
+  const Token::Type type = peek(i).type;
+  return type == Token::Type::kWord || type == Token::Type::kNumber;
+}
+
+bool StrictTokens::isQuoted(std::size_t i) {
+  const Token::Type type = peek(i).type;
+  return type == Token::Type::kQuoted || type == Token::Type::kDoubleQuoted;
+}
+
+bool StrictTokens::isKeyword(Kind kind, std::size_t i) {
+  if (peek(i).type != Token::Type::kWord) {
+    return false;
+  }
+  const auto form = clauseForm(kind, peek(i).text);
+  return form && form->known && form->keyword == peek(i).text;
+}
+
+bool StrictTokens::beginsClause(Kind kind, std::size_t i) {
+  if (peek(i).type != Token::Type::kWord) {
+    return false;
+  }
+  const auto form = clauseForm(kind, peek(i).text);
+  if (!form || !form->known) {
+    return false;
+  }
+  const bool exact = form->keyword == peek(i).text;
+  switch (form->takes) {
+    case Takes::kNothing:
+      return exact && !is('$', i + 1);
+    case Takes::kNames:
+    case Takes::kExtensions:
+    case Takes::kText:
+      return isQuoted(i + 1) || is('(', i + 1);
+    case Takes::kOids:
+      return is('(', i + 1) || (exact && isWord(i + 1));
+    case Takes::kOid:
+    case Takes::kSyntax:
+    case Takes::kNumber:
+      break;
+  }
+  return exact && isWord(i + 1);
+}
+
+bool StrictTokens::beginsDefinition(Kind kind, std::size_t i) {
+  return is('(', i) && beginsBody(kind, i + 1);
+}
+
+bool StrictTokens::beginsBody(Kind kind, std::size_t i) {
+  if (peek(i).type == Token::Type::kNumber) {
+    return isKeyword(kind, i + 1);
+  }
+  return peek(i).type == Token::Type::kWord &&
+         ((isKeyword(kind, i) && isQuoted(i + 1)) ||
+          (!isKeyword(kind, i) && isKeyword(kind, i + 1) &&
+           beginsClause(kind, i + 1)));
+}
+
+bool StrictTokens::beginsNamedDefinition(std::size_t i) {
+  if (!is('(', i) || !isWord(i + 1)) {
+    return false;
+  }
+  const std::string &keyword = peek(i + 2).text;
+  return peek(i + 2).type == Token::Type::kWord &&
+         (keyword == "NAME" || keyword == "DBNAME") &&
+         (isQuoted(i + 3) || is('(', i + 3));
+}
+
+bool StrictTokens::beginsSection(std::size_t i) {
+  if (peek(i).type != Token::Type::kWord) {
+    return false;
+  }
+  const auto form = sectionForm(peek(i).text);
+  if (!form) {
+    return false;
+  }
+  if (is('=', i + 1) || is('{', i + 1)) {
+    return true;
+  }
+  const std::size_t definition = i + (is(':', i + 1) ? 2 : 1);
+  return beginsDefinition(form->kind, definition);
+}
+
+}  // namespace schemacheck

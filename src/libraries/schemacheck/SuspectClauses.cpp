@@ -1,0 +1,272 @@
+#include <algorithm>
+#include <initializer_list>
+#include <set>
+#include <string_view>
+
+#include "Suspects.h"
+
+namespace schemacheck {
+
+namespace {
+
+bool isOneOf(const std::string &word,
+             std::initializer_list<std::string_view> words) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+bool isNumber(const Value &value) {
+  return value.form == Value::Form::kNumber ||
+         value.form == Value::Form::kNumberWithLength;
+}
+
+class Clauses {
+ public:
+  explicit Clauses(const Definition &definition) : m_definition(definition) {}
+
+  std::vector<Suspect> run() {
+    for (std::size_t i = 0; i < m_definition.clauses.size(); ++i) {
+      const Clause &clause = m_definition.clauses[i];
+      m_next = i + 1 < m_definition.clauses.size()
+                   ? &m_definition.clauses[i + 1]
+                   : nullptr;
+      if (!clause.known || clause.keyword.rfind("X-", 0) == 0) {
+        suspectUnknown(clause);
+        continue;
+      }
+      if (!m_seen.insert(clause.keyword).second) {
+        suspectRepeated(clause);
+      }
+      suspectNames(clause);
+      switch (m_definition.kind) {
+        case Kind::kAttributeType:
+          suspectOfType(clause);
+          break;
+        case Kind::kObjectClass:
+          suspectOfClass(clause);
+          break;
+        case Kind::kStorage:
+          if (clause.keyword == "REVERSE") {
+            addAlways(Code::kReverse, clause, "REVERSE is not kept");
+          }
+          break;
+      }
+    }
+    return m_suspects;
+  }
+
+ private:
+  void add(Code code, std::size_t offset, std::string message,
+           std::string field = "",
+           std::optional<Code> harmless = std::nullopt) {
+    m_suspects.push_back(
+        {code, offset, std::move(message), std::move(field), harmless});
+  }
+
+  void add(Code code, const Clause &clause, std::string message,
+           std::string field = "",
+           std::optional<Code> harmless = std::nullopt) {
+    add(code, clause.span.begin, std::move(message), std::move(field),
+        harmless);
+  }
+
+  void addAlways(Code code, const Clause &clause, std::string message) {
+    m_suspects.push_back(
+        {code, clause.span.begin, std::move(message), "", std::nullopt, true});
+  }
+
+  // X- extensions, words that are no field, values that no field takes.
+  void suspectUnknown(const Clause &clause) {
+    const std::string what = !clause.keyword.empty() ? clause.keyword
+                             : clause.values.empty()
+                                 ? ""
+                                 : clause.values.front().text;
+    add(Code::kUnknownField, clause,
+        std::string("expected a field of ") +
+            (m_definition.kind == Kind::kStorage ? "a " : "an ") +
+            kindName(m_definition.kind) + ", found '" + what + "'",
+        "", Code::kIgnoredField);
+  }
+
+  void suspectRepeated(const Clause &clause) {
+    const bool isSuperior =
+        m_definition.kind == Kind::kAttributeType && clause.keyword == "SUP";
+    if (isSuperior) {
+      addAlways(
+          Code::kSecondSuperior, clause,
+          "expected one superior, found another; written, it takes the place "
+          "of the OID");
+    } else {
+      addAlways(Code::kRepeatedField, clause,
+                "expected " + clause.keyword + " once, found it again");
+    }
+  }
+
+  // The library reads names up to a field that it knows to follow.
+  void suspectNames(const Clause &clause) {
+    if (clause.keyword == "NAME" && !endsNames()) {
+      add(Code::kNamesLast, clause,
+          "expected another field behind the names, found " + nextInWords());
+    }
+    if (clause.keyword == "DBNAME" && !clause.parenthesised && !endsColumns()) {
+      add(Code::kColumnsLast, clause,
+          "expected parentheses around the column names, or ACCESS-CLASS, "
+          "LENGTH or an index behind them, found " +
+              nextInWords());
+    }
+  }
+
+  bool endsNames() const {
+    if (m_next == nullptr) {
+      return false;
+    }
+    const std::string &word = m_next->keyword;
+    return m_definition.kind == Kind::kObjectClass
+               ? isOneOf(word, {"DESC", "STRUCTURAL", "AUXILIARY", "ABSTRACT",
+                                "OBSOLETE", "SUP", "MUST", "MAY"})
+               : isOneOf(word,
+                         {"DESC", "SYNTAX", "OBSOLETE", "SUP", "USAGE",
+                          "NO-USER-MODIFICATION", "COLLECTIVE", "SINGLE-VALUE",
+                          "SUBSTR", "ORDERING", "EQUALITY"});
+  }
+
+  bool endsColumns() const {
+    return m_next != nullptr &&
+           isOneOf(m_next->keyword, {"ACCESS-CLASS", "LENGTH", "EQUALITY",
+                                     "APPROX", "SUBSTR", "ORDERING"});
+  }
+
+  std::string nextInWords() const {
+    return m_next == nullptr ? "')'" : "'" + m_next->keyword + "'";
+  }
+
+  void suspectOfType(const Clause &clause) {
+    if (clause.keyword == "COLLECTIVE") {
+      add(Code::kCollective, clause,
+          "COLLECTIVE is not supported in an attribute type");
+    } else if (clause.keyword == "SUP" && clause.parenthesised) {
+      add(Code::kSuperiorList, clause,
+          "expected one superior without parentheses, found a list");
+    } else if (isOneOf(clause.keyword,
+                       {"SUP", "EQUALITY", "ORDERING", "SUBSTR"}) &&
+               !clause.values.empty() &&
+               clause.values.front().form == Value::Form::kWord) {
+      const bool isSuperior = clause.keyword == "SUP";
+      add(isSuperior ? Code::kSuperiorByName : Code::kRuleByName,
+          clause.values.front().span.begin,
+          std::string("expected the OID of a ") +
+              (isSuperior ? "superior" : "matching rule") +
+              ", found the name '" + clause.values.front().text +
+              "'; the library drops it",
+          clause.keyword);
+    }
+  }
+
+  void suspectOfClass(const Clause &clause) {
+    if (!isOneOf(clause.keyword, {"SUP", "MUST", "MAY"})) {
+      return;
+    }
+    const bool isBareSuperior =
+        clause.keyword == "SUP" && !clause.parenthesised;
+    for (const Value &value : clause.values) {
+      if (isNumber(value) && isBareSuperior) {
+        add(Code::kSuperiorByNumber, value.span.begin,
+            "expected the name of an object class, found the OID " +
+                value.text + "; the library drops it",
+            "SUP");
+      } else if (isNumber(value)) {
+        add(Code::kOidInList, value.span.begin,
+            "expected a name, found the OID " + value.text);
+      }
+    }
+    if (!clause.parenthesised && !isBareSuperior && m_next == nullptr) {
+      add(Code::kBareListLast, clause,
+          "expected parentheses around the last list of an object class, "
+          "found none");
+    }
+  }
+
+  const Definition &m_definition;
+  const Clause *m_next = nullptr;  // the clause behind the one looked at
+  std::set<std::string> m_seen;
+  std::vector<Suspect> m_suspects;
+};
+
+// The keyword of the clause in which a fault lies; empty if it is in none.
+std::string clauseOf(const Definition &definition, const Fault &fault) {
+  for (const Clause &clause : definition.clauses) {
+    if (clause.span.begin <= fault.at.begin &&
+        fault.at.begin <= clause.span.end) {
+      return clause.keyword;
+    }
+  }
+  return "";
+}
+
+Suspect suspectOf(const Fault &fault, const Definition &definition) {
+  Suspect suspect{Code::kBadValue, fault.at.begin,
+                  "expected " + fault.expected + ", found " + fault.found};
+  switch (fault.code) {
+    case FaultCode::kUnclosed:
+    case FaultCode::kUnopened:
+      suspect.code = Code::kUnclosed;
+      suspect.always = true;
+      break;
+    case FaultCode::kQuoteUnclosed:
+      suspect.code = Code::kQuoteUnclosed;
+      suspect.always = true;
+      break;
+    case FaultCode::kStray:
+      suspect.code = Code::kOddCharacter;
+      suspect.harmless = Code::kStrayText;
+      break;
+    case FaultCode::kKeywordCase:
+      suspect.code = Code::kKeywordSpelling;
+      break;
+    case FaultCode::kDoubleQuotes:
+      suspect.code = Code::kDoubleQuotes;
+      suspect.harmless = Code::kQuotes;
+      break;
+    case FaultCode::kValueMissing:
+      suspect.code = Code::kMissingValue;
+      suspect.harmless = Code::kListForm;
+      break;
+    case FaultCode::kQuotesMissing:
+    case FaultCode::kQuotesUnexpected:
+      suspect.field = clauseOf(definition, fault);
+      suspect.harmless = Code::kQuotes;
+      break;
+    case FaultCode::kLengthUnexpected:
+    case FaultCode::kLengthMalformed:
+    case FaultCode::kNumberMissing:
+      suspect.code = Code::kBadLength;
+      suspect.harmless = Code::kBadForm;
+      break;
+    default:
+      suspect.harmless = Code::kListForm;
+      break;
+  }
+  return suspect;
+}
+
+}  // namespace
+
+std::vector<Suspect> suspectClauses(const StrictFile &file,
+                                    const Definition &definition) {
+  std::vector<Suspect> suspects = Clauses(definition).run();
+  const std::vector<Fault> &faults = file.reading.faults;
+  auto fault =
+      std::lower_bound(faults.begin(), faults.end(), definition.span.begin,
+                       [](const Fault &one, std::size_t offset) {
+                         return one.at.begin < offset;
+                       });
+  for (; fault != faults.end() && fault->at.begin < definition.span.end;
+       ++fault) {
+    if (fault->code !=
+        FaultCode::kOidMissing) {  // the definition's own finding
+      suspects.push_back(suspectOf(*fault, definition));
+    }
+  }
+  return suspects;
+}
+
+}  // namespace schemacheck

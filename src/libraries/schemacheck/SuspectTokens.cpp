@@ -1,0 +1,155 @@
+#include <string_view>
+
+#include "StrictScanner.h"
+#include "Suspects.h"
+
+namespace schemacheck {
+
+namespace {
+
+bool isLetterOrDigit(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+         (c >= '0' && c <= '9');
+}
+
+bool isNonAscii(char c) { return static_cast<unsigned char>(c) >= 128; }
+
+bool isWordCharacter(char c) {
+  return isLetterOrDigit(c) || c == '_' || c == '-';
+}
+
+// What the library's scanner takes into a quoted string.
+bool isQuotedCharacter(char c) {
+  return c == '\t' || (c >= ' ' && c <= '~' && c != '\'');
+}
+
+bool isNumber(int token) {
+  return token == TOK_NUMBER || token == TOK_NUMBER_LEN ||
+         token == TOK_NUMBER_BAD;
+}
+
+class Tokens {
+ public:
+  Tokens(const StrictFile &file, LibraryReader *library)
+      : m_bytes(file.text.bytes()), m_library(*library) {}
+
+  std::vector<Suspect> run(const Definition &definition) {
+    StrictScanner scanner(m_bytes, definition.span.begin);
+    std::size_t before = definition.span.begin;
+    while (true) {
+      const Token token = scanner.next();
+      if (token.type == Token::Type::kEnd ||
+          token.span.begin >= definition.span.end) {
+        return m_suspects;
+      }
+      lookForReturn(definition, before, token.span.begin);
+      compare(token);
+      before = token.span.end;
+    }
+  }
+
+ private:
+  void add(Code code, std::size_t offset, std::string message) {
+    m_suspects.push_back({code, offset, std::move(message)});
+  }
+
+  // A carriage return is a token to the library, and does harm between the
+  // keyword and the last value of a field.
+  void lookForReturn(const Definition &definition, std::size_t begin,
+                     std::size_t end) {
+    const std::size_t at = m_bytes.substr(begin, end - begin).find('\r');
+    if (at == std::string_view::npos) {
+      return;
+    }
+    for (const Clause &clause : definition.clauses) {
+      if (clause.span.begin <= begin && end <= clause.span.end) {
+        add(Code::kCarriageReturn, begin + at,
+            "expected a blank or a line feed within " + clause.keyword +
+                ", found a carriage return");
+        return;
+      }
+    }
+  }
+
+  // Lets the library scan the token by itself.
+  void compare(const Token &token) {
+    m_library.goTo(token.span.begin);
+    const int code = m_library.lexan();
+    const bool isQuoted = token.type == Token::Type::kQuoted;
+    if (code == TOK_DONE) {
+      add(Code::kNoNewline, token.span.begin,
+          "expected a newline behind the last word of the file, found none");
+    } else if (!isSameEnd(token, m_library.offset())) {
+      explain(token);
+    } else if (isQuoted && isNumber(code)) {
+      add(Code::kQuotedNumber, token.span.begin,
+          "expected another text than that of the number before it, found '" +
+              token.text + "'");
+    } else if (isQuoted && code != TOK_ID) {
+      add(Code::kQuotedKeyword, token.span.begin,
+          "expected a text that is no keyword, found '" + token.text + "'");
+    } else if (token.type == Token::Type::kNumber && code == TOK_ID) {
+      add(Code::kQuotedNumber, token.span.begin,
+          "expected another number than the text before it, found " +
+              token.text);
+    }
+  }
+
+  // Behind a number the library passes over blanks.
+  bool isSameEnd(const Token &token, std::size_t end) const {
+    if (end < token.span.end) {
+      return false;
+    }
+    const std::string_view more =
+        m_bytes.substr(token.span.end, end - token.span.end);
+    return more.empty() || (token.type == Token::Type::kNumber &&
+                            more.find_first_not_of(' ') == more.npos);
+  }
+
+  // Finds the character that made the library's token another one.
+  void explain(const Token &token) {
+    const bool isQuoted = token.type == Token::Type::kQuoted;
+    std::size_t at = token.span.begin + (isQuoted ? 1 : 0);
+    const std::size_t end = token.span.end - (isQuoted ? 1 : 0);
+    while (at < end && (isQuoted ? isQuotedCharacter(m_bytes[at])
+                                 : isWordCharacter(m_bytes[at]))) {
+      ++at;
+    }
+    const char c = at < m_bytes.size() ? m_bytes[at] : '\0';
+    if (at < end && isNonAscii(c)) {
+      add(Code::kNonAscii, at,
+          "expected ASCII characters, found a byte outside ASCII");
+    } else if (isQuoted && at < end && c == '\'') {
+      add(Code::kApostrophe, at,
+          "expected a quoted text without apostrophes, found one");
+    } else if (isQuoted && at < end && (c == '\n' || c == '\r')) {
+      add(Code::kLineBreak, at,
+          "expected the closing quote on the same line, found the line's end");
+    } else if (!isQuoted && c == '\t') {
+      add(Code::kTab, at,
+          "expected a blank behind '" + token.text + "', found a tab");
+    } else if (token.type == Token::Type::kNumber) {
+      add(Code::kBadLength, token.span.begin,
+          "expected a number with or without a length such as {64}, found '" +
+              token.text + "'");
+    } else {
+      add(Code::kOddCharacter, at < end ? at : token.span.begin,
+          "expected letters, digits and hyphens after a letter, found '" +
+              token.text + "'");
+    }
+  }
+
+  std::string_view m_bytes;
+  LibraryReader &m_library;
+  std::vector<Suspect> m_suspects;
+};
+
+}  // namespace
+
+std::vector<Suspect> suspectTokens(const StrictFile &file,
+                                   const Definition &definition,
+                                   LibraryReader *library) {
+  return Tokens(file, library).run(definition);
+}
+
+}  // namespace schemacheck

@@ -1,0 +1,45 @@
+// What in a definition the library may stumble over.
+#ifndef SCHEMACHECK_SUSPECTS_H_
+#define SCHEMACHECK_SUSPECTS_H_
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "FindingCodes.h"
+#include "LibraryReader.h"
+#include "SchemaDirectory.h"
+
+namespace schemacheck {
+
+// A possible reason for the library to keep something else than the file says.
+// Whether it is one depends on the rest of the definition, and shows in what
+// the library has kept.
+struct Suspect {
+  Code code;  // if it is the reason
+  std::size_t offset;
+  std::string message;
+  // The only field that it can change; none: any of them, and where the
+  // definition ends.
+  std::string field = "";
+  // How it is reported where it has done no harm; not at all without a code.
+  std::optional<Code> harmless = std::nullopt;
+  // Whether it is reported whatever the library has kept.
+  bool always = false;
+};
+
+// The clauses of a definition that the library is known to read in its own way,
+// and its departures from the grammar.
+std::vector<Suspect> suspectClauses(const StrictFile &file,
+                                    const Definition &definition);
+
+// The tokens of a definition that the library's scanner does not read as one,
+// or reads as something else. Leaves the reader somewhere else in the file.
+std::vector<Suspect> suspectTokens(const StrictFile &file,
+                                   const Definition &definition,
+                                   LibraryReader *library);
+
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_SUSPECTS_H_
