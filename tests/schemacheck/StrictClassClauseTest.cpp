@@ -119,6 +119,7 @@ constexpr ClauseCase kClasses[] = {
     {"MUST ( name $ desc $ sup $ must )",
      "    MUST ( name desc sup must )<MUST ( name $ desc $ sup $ must )>\n"},
     {"MAY ( NAME $ DESC )", "    MAY ( NAME DESC )<MAY ( NAME $ DESC )>\n"},
+    {"MAY ( OBSOLETE $ a )", "    MAY ( OBSOLETE a )<MAY ( OBSOLETE $ a )>\n"},
     {"SUP ( structural )", "    SUP ( structural )\n"},
     {"MUST ( objectClasses $ attributetypes )",
      "    MUST ( objectClasses attributetypes )<MUST ( objectClasses $ "

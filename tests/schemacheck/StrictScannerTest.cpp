@@ -93,6 +93,7 @@ constexpr ScanCase kNumbers[] = {
     {"1.2 { 64 }", "|#1.2{64}<1.2 { 64 }> damaged|"},
     {"1.2{64 )", "|#1.2{64 damaged|c:)|"},
     {"1.2{ )", "|#1.2{ damaged|c:)|"},
+    {"1.2{ 64 )", "|#1.2{ damaged|#64|c:)|"},
     {"1.2{", "|#1.2{ damaged|"},
     // Behind a blank the brace may be another's.
     {"1.2 { a b }", "|#1.2|c:{|a|b|c:}|"},

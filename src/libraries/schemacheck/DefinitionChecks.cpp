@@ -98,7 +98,8 @@ class DefinitionChecks {
       add(Code::kNoOid, statement, atStart(statement),
           std::string("expected an OID behind '(', found none; the library ") +
               (DefinitionIndex::isEntered(statement)
- ? "files the definition under no OID": "drops the definition"));
+                   ? "files the definition under no OID"
+                   : "drops the definition"));
     }
     const Kind kind = statement.definition->kind;
     if (kind == Kind::kStorage || !statement.firstName().empty()) {
@@ -132,7 +133,8 @@ class DefinitionChecks {
     add(Code::kShadowed, statement, atKey(statement),
         std::string("expected ") + (isStorage ? "an OID" : "a first name") +
             " of its own, found that of " + inWordsWithPlace(first) +
-            "; the library holds that one instead of this");
+            "; the library holds that one instead of this, which differs in " +
+            differences(statement, first));
   }
 
   void checkOid(const Statement &statement) {
@@ -215,8 +217,7 @@ class DefinitionChecks {
     if (m_hasStorage && !oid.empty() &&
         m_index.holder(Kind::kStorage, oid) == nullptr) {
       add(Code::kNoStorage, statement, atOid(statement),
-          "expected a storage definition with the OID " + oid +
-              ", found none");
+          "expected a storage definition with the OID " + oid + ", found none");
     }
   }
 

@@ -1,11 +1,10 @@
 #include "FileCheck.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "KeptComparison.h"
 #include "LibraryReader.h"
-#include "Suspects.h"
 
 namespace schemacheck {
 
@@ -38,24 +37,6 @@ bool isKeyword(const std::string &spelling) {
   }
   return false;
 }
-
-// How what the library has kept of a definition differs from what stands there.
-struct Difference {
-  std::vector<std::string> fields;  // the names of those that differ
-  bool end = false;                 // it ends elsewhere
-
-  bool any() const { return end || !fields.empty(); }
-
-  // Whether the field differs; from now on it does not count.
-  bool take(const std::string &field) {
-    const auto found = std::find(fields.begin(), fields.end(), field);
-    const bool differs = found != fields.end();
-    if (differs) {
-      fields.erase(found);
-    }
-    return differs;
-  }
-};
 
 class FileCheck {
  public:
@@ -134,8 +115,9 @@ class FileCheck {
     }
     if (m_next == m_sections.size() ||
         m_sections[m_next].keyword.end != offset) {
-      add(Code::kUnreadable, offset - 1,
-          "the library takes this word for the keyword of a section");
+      add(Code::kPhantom, offset - 1,
+          "expected a section, found a word that is the keyword of one to the "
+          "library alone");
       m_token = m_library.lexan();
       return;
     }
@@ -193,15 +175,17 @@ class FileCheck {
   void checkApart(const Section &section) {
     for (const Definition &definition : section.definitions) {
       m_library.goTo(definition.span.begin);
-      judge(definition, m_library.parse(section.kind));
+      compareWithKept(m_file, definition, m_library.parse(section.kind),
+                      &m_library, &m_findings);
     }
     goOnAt(endOf(section));
   }
 
   void checkSingle(const Section &section) {
     if (section.definitions.empty()) {
-      add(Code::kUnreadable, section.keyword.begin,
-          "expected a definition behind '=', found none; the library reads on");
+      add(Code::kSectionEmpty, section.keyword.begin,
+          "expected a definition behind '=', found none; the library reads on "
+          "for one");
       goOnAt(endOf(section));
       return;
     }
@@ -228,9 +212,9 @@ class FileCheck {
       m_token = m_library.getCurrentToken();
       if (kept.end == Kept::End::kCutOff || kept.end == Kept::End::kEndless ||
           !kept.fields.front().values.empty()) {
-        add(Code::kUnreadable, at,
-            "expected '}' or a definition; the library makes a definition of "
-            "what stands here");
+        add(Code::kPhantom, at,
+            "expected '}' or a definition, found what is a definition to the "
+            "library alone");
         goOnAt(endOf(section));
         return;
       }
@@ -239,147 +223,12 @@ class FileCheck {
 
   // Lets the library read the definition where it stands.
   void check(const Definition &definition) {
-    if (judge(definition, m_library.parse(definition.kind))) {
+    if (compareWithKept(m_file, definition, m_library.parse(definition.kind),
+                        &m_library, &m_findings)) {
       m_token = m_library.getCurrentToken();
     } else {
       goOnAt(definition.span.end);
     }
-  }
-
-  // Reports the differences. Returns whether the library is where it should be.
-  bool judge(const Definition &definition, const Kept &kept) {
-    Difference difference = compare(definition, kept);
-    const bool inPlace = !difference.end;
-    bool moved = false;
-    std::vector<Suspect> suspects = suspectClauses(m_file, definition);
-    // First what accounts for one field each.
-    if (difference.any()) {
-      takeSpellings(definition, kept, &difference);
-    }
-    std::vector<Suspect> others;
-    for (const Suspect &suspect : suspects) {
-      if (suspect.always) {
-        difference.take(suspect.field);
-        add(suspect.code, suspect.offset, suspect.message);
-      } else if (suspect.field.empty()) {
-        others.push_back(suspect);
-      } else if (difference.take(suspect.field)) {
-        add(suspect.code, suspect.offset, suspect.message);
-      } else if (suspect.harmless) {
-        add(*suspect.harmless, suspect.offset, suspect.message);
-      }
-    }
-    if (difference.any()) {
-      const std::vector<Suspect> tokens =
-          suspectTokens(m_file, definition, &m_library);
-      moved = true;
-      others.insert(others.end(), tokens.begin(), tokens.end());
-      blame(others, difference, definition, kept);
-    } else {
-      for (const Suspect &suspect : others) {
-        if (suspect.harmless) {
-          add(*suspect.harmless, suspect.offset, suspect.message);
-        }
-      }
-    }
-    return inPlace && !moved;
-  }
-
-  // Names that are keywords of sections are kept in the spelling of those.
-  void takeSpellings(const Definition &definition, const Kept &kept,
-                     Difference *difference) {
-    for (const Field &field : kept.fields) {
-      std::vector<Value> values;
-      for (const Clause &clause : definition.clauses) {
-        if (clause.known && clause.keyword == field.name) {
-          values.insert(values.end(), clause.values.begin(),
-                        clause.values.end());
-        }
-      }
-      const auto sameInLowerCase = [](const Value &value,
-                                      const std::string &text) {
-        return lowerCase(value.text) == lowerCase(text);
-      };
-      if (!field.isList ||
-          !std::equal(values.begin(), values.end(), field.values.begin(),
-                      field.values.end(), sameInLowerCase) ||
-          !difference->take(field.name)) {
-        continue;
-      }
-      for (std::size_t i = 0; i < values.size(); ++i) {
-        if (values[i].text != field.values[i]) {
-          add(Code::kSpelling, values[i].span.begin,
-              "expected '" + values[i].text + "' to be kept; the library " +
-                  "keeps '" + field.values[i] + "'");
-        }
-      }
-    }
-  }
-
-  static Difference compare(const Definition &definition, const Kept &kept) {
-    const std::vector<Field> said = fieldsOf(definition);
-    Difference difference;
-    for (std::size_t i = 0; i < said.size(); ++i) {
-      if (said[i].values != kept.fields[i].values) {
-        difference.fields.emplace_back(said[i].name);
-      }
-    }
-    difference.end =
-        kept.end != Kept::End::kClosed || kept.closing != definition.span.end;
-    return difference;
-  }
-
-  // Reports what has caused the difference.
-  void blame(const std::vector<Suspect> &suspects, const Difference &difference,
-             const Definition &definition, const Kept &kept) {
-    const std::string effect = effectOf(difference, definition, kept);
-    for (const Suspect &suspect : suspects) {
-      const bool isEndless = kept.end == Kept::End::kEndless &&
-                             (suspect.code == Code::kNamesLast ||
-                              suspect.code == Code::kColumnsLast);
-      add(isEndless ? Code::kEndlessNames : suspect.code, suspect.offset,
-          suspect.message + effect);
-    }
-    if (!suspects.empty()) {
-      return;
-    }
-    if (difference.end) {
-      add(Code::kUnreadable, definition.span.begin,
-          "expected the definition to end at its ')'" + effect);
-      return;
-    }
-    const std::vector<Field> said = fieldsOf(definition);
-    for (std::size_t i = 0; i < said.size(); ++i) {
-      if (said[i].values != kept.fields[i].values) {
-        add(Code::kDiffers, definition.span.begin,
-            std::string("expected ") + said[i].name + " to be " +
-                said[i].text() + "; the library keeps " +
-                kept.fields[i].text());
-      }
-    }
-  }
-
-  static std::string effectOf(const Difference &difference,
-                              const Definition &definition, const Kept &kept) {
-    if (kept.end == Kept::End::kEndless) {
-      return "; the library would never come back";
-    }
-    if (kept.end == Kept::End::kCutOff) {
-      return "; the library gives the file up here";
-    }
-    if (difference.end) {
-      return kept.end == Kept::End::kClosed &&
-                     kept.closing < definition.span.end
-                 ? "; the library ends the definition too early"
-                 : "; the library does not end the definition at its ')'";
-    }
-    for (const Field &field : kept.fields) {
-      if (difference.fields.front() == field.name) {
-        return std::string("; the library keeps ") + field.name + " " +
-               field.text();
-      }
-    }
-    return "";
   }
 
   const StrictFile &m_file;

@@ -13,6 +13,44 @@ namespace {
 
 constexpr std::size_t kTabWidth = 8;
 
+// How much of a line or of a message is kept. Without a limit, the findings on
+// a long line would take the square of its length.
+constexpr std::size_t kLongest = 1000;
+
+// Whether a character in UTF-8 goes on with this byte.
+bool goesOn(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+std::string shortened(std::string message) {
+  if (message.size() > kLongest) {
+    std::size_t end = kLongest;
+    while (end > 0 && goesOn(message[end])) {
+      --end;
+    }
+    message.replace(end, std::string::npos, "...");
+  }
+  return message;
+}
+
+// Sets the source line and the place in it.
+void setLine(std::string_view line, std::size_t offset, Finding *finding) {
+  std::size_t begin = 0;
+  std::size_t end = line.size();
+  if (line.size() > kLongest) {
+    begin = offset - std::min(offset, kLongest / 2);
+    end = std::min(end, begin + kLongest);
+    while (begin < std::min(offset, end) && goesOn(line[begin])) {
+      ++begin;
+    }
+    while (end < line.size() && end > offset && goesOn(line[end])) {
+      --end;
+    }
+  }
+  const std::string before = begin > 0 ? "..." : "";
+  finding->sourceLine = before + std::string(line.substr(begin, end - begin)) +
+                        (end < line.size() ? "..." : "");
+  finding->caret = before.size() + offset - begin;
+}
+
 bool isAscii(const std::string &text) {
   return std::all_of(text.begin(), text.end(), [](char c) {
     return static_cast<unsigned char>(c) < 128;
@@ -62,16 +100,16 @@ std::size_t fileNumber(const std::string &path) {
 Finding findingAt(Code code, const SourceText &text, std::size_t offset,
                   std::string message) {
   const Position position = text.position(offset);
-  return {code,
-          text.name(),
-          position.line,
-          position.column,
-          std::move(message),
-          std::string(text.line(position.line))};
+  Finding finding = findingOn(code, text.name(), std::move(message));
+  finding.line = position.line;
+  finding.column = position.column;
+  setLine(text.line(position.line),
+          static_cast<std::size_t>(position.column) - 1, &finding);
+  return finding;
 }
 
 Finding findingOn(Code code, std::string file, std::string message) {
-  return {code, std::move(file), 0, 0, std::move(message), ""};
+  return {code, std::move(file), 0, 0, shortened(std::move(message)), "", 0};
 }
 
 std::string toText(const Finding &finding) {
@@ -86,8 +124,7 @@ std::string toText(const Finding &finding) {
   text += code.name;
   text += "] " + show(finding.message, 0).text + '\n';
   if (isPlaced) {
-    const ShownLine shown =
-        show(finding.sourceLine, static_cast<std::size_t>(finding.column) - 1);
+    const ShownLine shown = show(finding.sourceLine, finding.caret);
     text += shown.text + '\n';
     if (isAscii(finding.sourceLine)) {
       text += std::string(shown.column, ' ') + "^\n";

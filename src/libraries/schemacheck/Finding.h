@@ -22,13 +22,16 @@ struct Finding {
   // What was expected and what was found; begins in lower case and has no final
   // period.
   std::string message;
-  // The line of the file that the place lies in, without its end.
+  // The line of the file that the place lies in, without its end; of a long one
+  // the part around the place, with "..." for what is left out.
   std::string sourceLine;
+  std::size_t caret = 0;  // where in it the place is
 
   Severity severity() const { return describe(code).severity; }
 };
 
-// A finding at `offset` of a file, or one about a file as a whole.
+// A finding at `offset` of a file, or one about a file as a whole. A very long
+// message is cut.
 Finding findingAt(Code code, const SourceText &text, std::size_t offset,
                   std::string message);
 Finding findingOn(Code code, std::string file, std::string message);

@@ -27,7 +27,7 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "Check its permissions and the disk."},
     {Code::kEmptyFile, "EMPTY-FILE", Severity::kWarning,
      "The file holds nothing. The library writes such files for sets without "
-     "definitions.",
+     "definitions. (V3.modifiedschema is often empty, and not reported.)",
      "None if the file is meant to be empty."},
     {Code::kLargeFile, "LARGE-FILE", Severity::kError,
      "The file is larger than the limit, and is not checked.",
@@ -108,6 +108,10 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "A block of definitions has no closing brace. The library gives the file "
      "up.",
      "Add the brace."},
+    {Code::kSectionEmpty, "SECTION-EMPTY", Severity::kError,
+     "No definition stands behind = in a section; the library reads on for "
+     "one.",
+     "Add the definition, or take the section out."},
     {Code::kOutsideSection, "OUTSIDE-SECTION", Severity::kError,
      "A definition stands in no section; the library passes over it.",
      "Write the keyword of a section and = before it."},
@@ -134,6 +138,10 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "takes the parenthesis of the definition for that of the list, and gives "
      "the file up.",
      "Put the list in parentheses."},
+    {Code::kPhantom, "PHANTOM", Severity::kError,
+     "The library takes text that belongs to no definition for one, or for the "
+     "keyword of a section.",
+     "Make the text a comment with #, or take it out."},
     {Code::kUnreadable, "UNREADABLE", Severity::kError,
      "The library does not read this as it is written, for a reason that has "
      "no code of its own.",
@@ -289,7 +297,8 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "Exclude the OID, or give the definition another one."},
     {Code::kNotMergeable, "NOT-MERGEABLE", Severity::kError,
      "The release lacks a definition from a config file or from "
-     "V3.modifiedschema, and a merge cannot add such.",
+     "V3.modifiedschema, or a storage definition whose attribute type it has "
+     "already; a merge cannot add such.",
      "Exclude the OID, or move the definition to another file."},
     {Code::kInCopiedFile, "IN-COPIED-FILE", Severity::kError,
      "The release has another form of the definition in a config file, which "

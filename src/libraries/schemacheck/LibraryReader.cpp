@@ -60,10 +60,10 @@ void LibraryReader::goTo(std::size_t offset) {
   reposition(static_cast<std::streamoff>(offset), 1);
 }
 
-std::string LibraryReader::text() {
-  std::string text;
-  getStringValue(getTokenValIndex(), text);
-  return text;
+int LibraryReader::scan(std::size_t offset) {
+  beginDefinition(TOK_DONE);  // outside of all definitions
+  goTo(offset);
+  return lexan();
 }
 
 }  // namespace schemacheck

@@ -44,8 +44,8 @@ class LibraryReader : public GuardedLexan {
   // is, until a parse passes over it.
   void goTo(std::size_t offset);
 
-  // The text of the current token, if it has one.
-  std::string text();
+  // Reads the token at `offset`, by itself, and returns its code.
+  int scan(std::size_t offset);
 
  private:
   template <class Definition>

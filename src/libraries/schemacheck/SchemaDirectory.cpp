@@ -1,14 +1,12 @@
 #include "SchemaDirectory.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <system_error>
 #include <utility>
 
 #include "EditDistance.h"
+#include "FileText.h"
 
 namespace fs = std::filesystem;
 
@@ -19,20 +17,8 @@ namespace {
 // A misspelt name has at most this many characters wrong.
 constexpr std::size_t kTypingErrors = 2;
 
-std::string reason(int error) { return std::generic_category().message(error); }
-
-// The whole file; nothing when it cannot be read.
-std::optional<std::string> readBytes(const fs::path &path, std::size_t size) {
-  std::ifstream in(path, std::ios::binary);
-  std::string bytes;
-  bytes.reserve(size);
-  char buffer[1 << 16];
-  while (in.good()) {
-    in.read(buffer, sizeof buffer);
-    bytes.append(buffer, static_cast<std::size_t>(in.gcount()));
-  }
-  return in.eof() ? std::optional(std::move(bytes)) : std::nullopt;
-}
+// What some editors write before a text in UTF-8.
+constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
 const std::string *firstOf(const std::vector<std::string> &values) {
   return values.empty() ? nullptr : &values.front();
@@ -121,65 +107,45 @@ void SchemaDirectory::checkNames() {
     if (isKnown || lowerCase(name.substr(0, 2)) != "v3") {
       continue;
     }
-    const SchemaFile *nearest = nullptr;
-    std::size_t least = 0;
-    for (const SchemaFile &file : kSchemaFiles) {
-      const std::size_t steps =
-          editDistance(lowerCase(name), lowerCase(file.name));
-      if (nearest == nullptr || steps < least) {
-        nearest = &file;
-        least = steps;
-      }
-    }
-    const bool isMisspelt = least <= kTypingErrors && !isThere(nearest->name);
+    // Of two equally near names the one that is missing is meant.
+    const auto distance = [&](const SchemaFile &file) {
+      return std::pair(editDistance(lowerCase(name), lowerCase(file.name)),
+                       isThere(file.name));
+    };
+    const SchemaFile &nearest =
+        *std::min_element(kSchemaFiles.begin(), kSchemaFiles.end(),
+                          [&](const SchemaFile &a, const SchemaFile &b) {
+                            return distance(a) < distance(b);
+                          });
+    const auto [typingErrors, isTaken] = distance(nearest);
+    const bool isMisspelt = typingErrors <= kTypingErrors && !isTaken;
     m_findings.push_back(
         findingOn(isMisspelt ? Code::kMisnamedFile : Code::kUnknownFile,
                   (m_path / name).string(),
                   "expected the name of a schema file, such as " +
-                      std::string(nearest->name) + "; the file is not read"));
+                      std::string(nearest.name) + "; the file is not read"));
   }
 }
 
 void SchemaDirectory::readFile(std::size_t number) {
   const fs::path path = m_path / kSchemaFiles[number].name;
-  const std::string name = path.string();
-  const auto add = [this, &name](Code code, std::string message) {
-    m_findings.push_back(findingOn(code, name, std::move(message)));
-  };
   std::error_code error;
   if (fs::symlink_status(path, error).type() == fs::file_type::not_found) {
     return;
   }
-  const fs::file_status status = fs::status(path, error);
-  if (error || !fs::is_regular_file(status)) {
-    add(Code::kNotAFile, error ? "expected a file, found: " + error.message()
-                               : "expected a regular file, found another kind");
+  std::optional<SourceText> read = readFileText(path, m_sizeLimit, &m_findings);
+  if (!read) {
     return;
   }
-  const std::uintmax_t size = fs::file_size(path, error);
-  if (!error && size > m_sizeLimit) {
-    add(Code::kLargeFile, "expected at most " + std::to_string(m_sizeLimit) +
-                              " bytes, found " + std::to_string(size));
-    return;
+  SourceText text = std::move(*read);
+  if (text.bytes().empty() && number != kModifiedSchema) {
+    m_findings.push_back(findingOn(Code::kEmptyFile, text.name(),
+                                   "expected definitions, found an empty "
+                                   "file"));
   }
-  errno = 0;
-  std::optional<std::string> bytes =
-      readBytes(path, static_cast<std::size_t>(error ? 0 : size));
-  if (!bytes) {
-    add(Code::kUnreadableFile,
-        "expected a file that can be read, found: " + reason(errno));
-    return;
-  }
-  if (bytes->empty()) {
-    add(Code::kEmptyFile, "expected definitions, found an empty file");
-  }
-  SourceText text(name, std::move(*bytes));
-  const std::size_t zero = text.bytes().find('\0');
-  if (zero != std::string::npos) {
-    m_findings.push_back(findingAt(Code::kBinaryFile, text, zero,
-                                   "expected text, found a zero byte; the file "
-                                   "is not checked"));
-    return;
+  // The library passes over the mark as over all that is in no section.
+  if (text.bytes().rfind(kByteOrderMark, 0) == 0) {
+    text = SourceText(text.name(), "   " + text.bytes().substr(3));
   }
   Reading reading = readStrictly(text);
   m_files.push_back({number, std::move(text), std::move(reading)});

@@ -8,41 +8,41 @@ namespace schemacheck {
 namespace {
 
 struct ClauseEntry {
-  Kind kind;
   std::string_view keyword;
+  Kind kind;
   Takes takes;
 };
 
 constexpr ClauseEntry kClauses[] = {
-    {Kind::kAttributeType, "NAME", Takes::kNames},
-    {Kind::kAttributeType, "DESC", Takes::kText},
-    {Kind::kAttributeType, "OBSOLETE", Takes::kNothing},
-    {Kind::kAttributeType, "SUP", Takes::kOids},
-    {Kind::kAttributeType, "EQUALITY", Takes::kOid},
-    {Kind::kAttributeType, "ORDERING", Takes::kOid},
-    {Kind::kAttributeType, "SUBSTR", Takes::kOid},
-    {Kind::kAttributeType, "SYNTAX", Takes::kSyntax},
-    {Kind::kAttributeType, "SINGLE-VALUE", Takes::kNothing},
-    {Kind::kAttributeType, "COLLECTIVE", Takes::kNothing},
-    {Kind::kAttributeType, "NO-USER-MODIFICATION", Takes::kNothing},
-    {Kind::kAttributeType, "USAGE", Takes::kOid},
-    {Kind::kObjectClass, "NAME", Takes::kNames},
-    {Kind::kObjectClass, "DESC", Takes::kText},
-    {Kind::kObjectClass, "OBSOLETE", Takes::kNothing},
-    {Kind::kObjectClass, "SUP", Takes::kOids},
-    {Kind::kObjectClass, "ABSTRACT", Takes::kNothing},
-    {Kind::kObjectClass, "STRUCTURAL", Takes::kNothing},
-    {Kind::kObjectClass, "AUXILIARY", Takes::kNothing},
-    {Kind::kObjectClass, "MUST", Takes::kOids},
-    {Kind::kObjectClass, "MAY", Takes::kOids},
-    {Kind::kStorage, "DBNAME", Takes::kNames},
-    {Kind::kStorage, "ACCESS-CLASS", Takes::kOid},
-    {Kind::kStorage, "LENGTH", Takes::kNumber},
-    {Kind::kStorage, "EQUALITY", Takes::kNothing},
-    {Kind::kStorage, "ORDERING", Takes::kNothing},
-    {Kind::kStorage, "SUBSTR", Takes::kNothing},
-    {Kind::kStorage, "APPROX", Takes::kNothing},
-    {Kind::kStorage, "REVERSE", Takes::kNothing},
+    {"NAME", Kind::kAttributeType, Takes::kNames},
+    {"DESC", Kind::kAttributeType, Takes::kText},
+    {"OBSOLETE", Kind::kAttributeType, Takes::kNothing},
+    {"SUP", Kind::kAttributeType, Takes::kOids},
+    {"EQUALITY", Kind::kAttributeType, Takes::kOid},
+    {"ORDERING", Kind::kAttributeType, Takes::kOid},
+    {"SUBSTR", Kind::kAttributeType, Takes::kOid},
+    {"SYNTAX", Kind::kAttributeType, Takes::kSyntax},
+    {"SINGLE-VALUE", Kind::kAttributeType, Takes::kNothing},
+    {"COLLECTIVE", Kind::kAttributeType, Takes::kNothing},
+    {"NO-USER-MODIFICATION", Kind::kAttributeType, Takes::kNothing},
+    {"USAGE", Kind::kAttributeType, Takes::kOid},
+    {"NAME", Kind::kObjectClass, Takes::kNames},
+    {"DESC", Kind::kObjectClass, Takes::kText},
+    {"OBSOLETE", Kind::kObjectClass, Takes::kNothing},
+    {"SUP", Kind::kObjectClass, Takes::kOids},
+    {"ABSTRACT", Kind::kObjectClass, Takes::kNothing},
+    {"STRUCTURAL", Kind::kObjectClass, Takes::kNothing},
+    {"AUXILIARY", Kind::kObjectClass, Takes::kNothing},
+    {"MUST", Kind::kObjectClass, Takes::kOids},
+    {"MAY", Kind::kObjectClass, Takes::kOids},
+    {"DBNAME", Kind::kStorage, Takes::kNames},
+    {"ACCESS-CLASS", Kind::kStorage, Takes::kOid},
+    {"LENGTH", Kind::kStorage, Takes::kNumber},
+    {"EQUALITY", Kind::kStorage, Takes::kNothing},
+    {"ORDERING", Kind::kStorage, Takes::kNothing},
+    {"SUBSTR", Kind::kStorage, Takes::kNothing},
+    {"APPROX", Kind::kStorage, Takes::kNothing},
+    {"REVERSE", Kind::kStorage, Takes::kNothing},
 };
 
 struct SectionEntry {

@@ -96,7 +96,6 @@ class FileReader {
   void readBlock(Section *section) {
     section->opener = '{';
     m_tokens.take();
-    bool expected = true;  // whether a "(" can only begin a definition
     while (!m_tokens.is('}')) {
       if (m_tokens.peek().type == Token::Type::kEnd ||
           m_tokens.beginsSection()) {
@@ -106,12 +105,10 @@ class FileReader {
               inWords(m_tokens.peek()));
         return;
       }
-      if ((expected && m_tokens.is('(')) || atDefinition(section->kind)) {
+      if (m_tokens.is('(') || atDefinition(section->kind)) {
         readDefinition(section);
-        expected = true;
       } else {
         skipStray(section);
-        expected = false;
       }
     }
     m_tokens.take();
@@ -123,7 +120,7 @@ class FileReader {
     section->definitions.push_back(reader.read());
   }
 
-  // Whether what stands between the definitions of a block begins another.
+  // Whether a definition begins in the stray text of a block.
   bool atDefinition(Kind kind) {
     return m_tokens.beginsBody(kind) || m_tokens.beginsDefinition(kind) ||
            (m_tokens.is('(') && m_tokens.peek(1).type == Token::Type::kNumber);

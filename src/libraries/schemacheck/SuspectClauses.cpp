@@ -107,11 +107,18 @@ class Clauses {
       add(Code::kNamesLast, clause,
           "expected another field behind the names, found " + nextInWords());
     }
-    if (clause.keyword == "DBNAME" && !clause.parenthesised && !endsColumns()) {
-      add(Code::kColumnsLast, clause,
-          "expected parentheses around the column names, or ACCESS-CLASS, "
-          "LENGTH or an index behind them, found " +
-              nextInWords());
+    // Without parentheses it passes over the first name, too.
+    if (clause.keyword == "DBNAME" && !clause.parenthesised) {
+      if (endsColumns()) {
+        add(Code::kBadValue, clause,
+            "expected parentheses around the column names, found none",
+            "DBNAME");
+      } else {
+        add(Code::kColumnsLast, clause,
+            "expected parentheses around the column names, or another field "
+            "behind them, found " +
+                nextInWords());
+      }
     }
   }
 
@@ -155,8 +162,7 @@ class Clauses {
           clause.values.front().span.begin,
           std::string("expected the OID of a ") +
               (isSuperior ? "superior" : "matching rule") +
-              ", found the name '" + clause.values.front().text +
-              "'; the library drops it",
+              ", found the name '" + clause.values.front().text + "'",
           clause.keyword);
     }
   }
@@ -170,8 +176,7 @@ class Clauses {
     for (const Value &value : clause.values) {
       if (isNumber(value) && isBareSuperior) {
         add(Code::kSuperiorByNumber, value.span.begin,
-            "expected the name of an object class, found the OID " +
-                value.text + "; the library drops it",
+            "expected the name of an object class, found the OID " + value.text,
             "SUP");
       } else if (isNumber(value)) {
         add(Code::kOidInList, value.span.begin,
@@ -211,6 +216,10 @@ Suspect suspectOf(const Fault &fault, const Definition &definition) {
       suspect.code = Code::kUnclosed;
       suspect.always = true;
       break;
+    case FaultCode::kListUnclosed:
+      suspect.code = Code::kUnclosed;
+      suspect.harmless = Code::kListForm;
+      break;
     case FaultCode::kQuoteUnclosed:
       suspect.code = Code::kQuoteUnclosed;
       suspect.always = true;
@@ -231,6 +240,8 @@ Suspect suspectOf(const Fault &fault, const Definition &definition) {
       suspect.harmless = Code::kListForm;
       break;
     case FaultCode::kQuotesMissing:
+      suspect.harmless = Code::kQuotes;
+      break;
     case FaultCode::kQuotesUnexpected:
       suspect.field = clauseOf(definition, fault);
       suspect.harmless = Code::kQuotes;

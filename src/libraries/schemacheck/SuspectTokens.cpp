@@ -43,7 +43,9 @@ class Tokens {
         return m_suspects;
       }
       lookForReturn(definition, before, token.span.begin);
-      compare(token);
+      if (token.intact && token.type != Token::Type::kDoubleQuoted) {
+        compare(token);  // the others are faults of their own
+      }
       before = token.span.end;
     }
   }
@@ -73,8 +75,7 @@ class Tokens {
 
   // Lets the library scan the token by itself.
   void compare(const Token &token) {
-    m_library.goTo(token.span.begin);
-    const int code = m_library.lexan();
+    const int code = m_library.scan(token.span.begin);
     const bool isQuoted = token.type == Token::Type::kQuoted;
     if (code == TOK_DONE) {
       add(Code::kNoNewline, token.span.begin,
@@ -128,10 +129,9 @@ class Tokens {
     } else if (!isQuoted && c == '\t') {
       add(Code::kTab, at,
           "expected a blank behind '" + token.text + "', found a tab");
-    } else if (token.type == Token::Type::kNumber) {
-      add(Code::kBadLength, token.span.begin,
-          "expected a number with or without a length such as {64}, found '" +
-              token.text + "'");
+    } else if (isQuoted) {
+      add(Code::kOddCharacter, at,
+          "expected printable characters, found a control character");
     } else {
       add(Code::kOddCharacter, at < end ? at : token.span.begin,
           "expected letters, digits and hyphens after a letter, found '" +

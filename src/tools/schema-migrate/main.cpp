@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <cstdint>
 #include <exception>
 #include <iostream>
 #include <memory>
@@ -10,10 +11,12 @@
 #include <vector>
 
 #include "Apply.h"
+#include "Check.h"
 #include "Collisions.h"
 #include "Compare.h"
 #include "Dump.h"
 #include "Report.h"
+#include "SchemaDirectory.h"
 #include "Show.h"
 #include "TraceFile.h"
 #include "Trouble.h"
@@ -41,6 +44,9 @@ struct Options {
   unsigned int traceEvents = TraceFile::kAllEvents;
   std::string table;
   std::vector<std::string> keys;
+  std::vector<std::string> directories;
+  std::uintmax_t sizeLimit = schemacheck::SchemaDirectory::kDefaultLimit;
+  bool strict = false;
 };
 
 void flushOutput() {
@@ -70,6 +76,13 @@ int runApply(const Options &options) {
   warn(result.warnings);
   printReport(what, result, &std::cout);
   return kDone;
+}
+
+int runCheck(const Options &options) {
+  const CheckOptions what{options.directories, options.excludedOids,
+                          options.modifiedOids, options.sizeLimit,
+                          options.strict};
+  return printCheck(what, &std::cout) ? kDone : kFound;
 }
 
 int runCollisions(const Options &options) {
@@ -115,6 +128,27 @@ class CommandLine {
     addFile(apply, "--modified-oids", &m_options.modifiedOids,
             "List of OIDs whose definitions are withdrawn from the result's "
             "modified schema");
+
+    CLI::App *check =
+        add("check",
+            "Say what in schema directories the library would lose, change or "
+            "choke on. Of several directories the last is the new release, and "
+            "the others are checked against it, too.",
+            "schema-migrate check /srv/old/schema /srv/new/schema", runCheck);
+    check->add_option("directory", m_options.directories, "Schema directories")
+        ->type_name("DIR")
+        ->required();
+    addFile(check, "--excluded-oids", &m_options.excludedOids,
+            "List of OIDs that are not to be carried");
+    addFile(check, "--modified-oids", &m_options.modifiedOids,
+            "List of OIDs whose definitions are to be withdrawn");
+    check
+        ->add_option("--max-size", m_options.sizeLimit,
+                     "The largest file to read, in bytes")
+        ->type_name("BYTES")
+        ->capture_default_str();
+    check->add_flag("--strict", m_options.strict,
+                    "Let warnings count as errors do");
 
     addBoth(add("collisions",
                 "Report the definitions of an old installation that collide "

@@ -1,0 +1,228 @@
+#include "KeptComparison.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "Suspects.h"
+
+namespace schemacheck {
+
+namespace {
+
+// How what the library has kept of a definition differs from what stands there.
+struct Difference {
+  std::vector<std::string> fields;  // the names of those that differ
+  bool end = false;                 // it ends elsewhere
+
+  bool any() const { return end || !fields.empty(); }
+
+  bool has(const std::string &field) const {
+    return std::find(fields.begin(), fields.end(), field) != fields.end();
+  }
+
+  // Whether the field differs; from now on it does not count.
+  bool take(const std::string &field) {
+    const auto found = std::find(fields.begin(), fields.end(), field);
+    const bool differs = found != fields.end();
+    if (differs) {
+      fields.erase(found);
+    }
+    return differs;
+  }
+};
+
+// The findings of one code in a definition. What is damaged beyond that is not
+// a definition any more.
+constexpr std::size_t kMost = 100;
+
+bool canBeEndless(Code code) {
+  return code == Code::kCollective || code == Code::kEndlessNames ||
+         code == Code::kUnclosed;
+}
+
+class KeptComparison {
+ public:
+  KeptComparison(const StrictFile &file, const Definition &definition,
+                 const Kept &kept, LibraryReader *library)
+      : m_file(file),
+        m_definition(definition),
+        m_kept(kept),
+        m_library(library) {}
+
+  bool run() {
+    Difference difference = compare();
+    if (difference.any()) {
+      takeSpellings(&difference);
+    }
+    // First those that account for one field each.
+    std::vector<Suspect> others;
+    for (const Suspect &suspect : suspectClauses(m_file, m_definition)) {
+      if (suspect.field.empty()) {
+        others.push_back(suspect);
+      } else if (difference.take(suspect.field)) {
+        add(suspect.code, suspect.offset,
+            suspect.message + keeps(suspect.field));
+      } else if (suspect.harmless) {
+        add(*suspect.harmless, suspect.offset, suspect.message);
+      }
+    }
+    if (difference.any()) {
+      const std::vector<Suspect> tokens =
+          suspectTokens(m_file, m_definition, m_library);
+      others.insert(others.end(), tokens.begin(), tokens.end());
+      blame(others, difference);
+      return false;
+    }
+    for (const Suspect &suspect : others) {
+      if (suspect.always || suspect.harmless) {
+        add(suspect.always ? suspect.code : *suspect.harmless, suspect.offset,
+            suspect.message);
+      }
+    }
+    return true;
+  }
+
+  std::vector<Finding> takeFindings() { return std::move(m_findings); }
+
+ private:
+  void add(Code code, std::size_t offset, std::string message) {
+    const std::size_t number = ++m_numbers[code];
+    if (number > kMost) {
+      return;
+    }
+    if (number == kMost) {
+      message += "; more of these in the definition are not shown";
+    }
+    m_findings.push_back(
+        findingAt(code, m_file.text, offset, std::move(message)));
+  }
+
+  // Names that are keywords of sections are kept in the spelling of those.
+  void takeSpellings(Difference *difference) {
+    for (const Field &field : m_kept.fields) {
+      std::vector<Value> values;
+      for (const Clause &clause : m_definition.clauses) {
+        if (clause.known && clause.keyword == field.name) {
+          values.insert(values.end(), clause.values.begin(),
+                        clause.values.end());
+        }
+      }
+      const auto sameInLowerCase = [](const Value &value,
+                                      const std::string &text) {
+        return lowerCase(value.text) == lowerCase(text);
+      };
+      if (!field.isList ||
+          !std::equal(values.begin(), values.end(), field.values.begin(),
+                      field.values.end(), sameInLowerCase) ||
+          !difference->take(field.name)) {
+        continue;
+      }
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        if (values[i].text != field.values[i]) {
+          add(Code::kSpelling, values[i].span.begin,
+              "expected '" + values[i].text + "' to be kept; the library " +
+                  "keeps '" + field.values[i] + "'");
+        }
+      }
+    }
+  }
+
+  Difference compare() const {
+    const std::vector<Field> said = fieldsOf(m_definition);
+    Difference difference;
+    for (std::size_t i = 0; i < said.size(); ++i) {
+      if (said[i].values != m_kept.fields[i].values) {
+        difference.fields.emplace_back(said[i].name);
+      }
+    }
+    difference.end = m_kept.end != Kept::End::kClosed ||
+                     m_kept.closing != m_definition.span.end;
+    return difference;
+  }
+
+  // Reports what has caused the difference.
+  void blame(const std::vector<Suspect> &suspects,
+             const Difference &difference) {
+    const std::string effect = effectOf(difference);
+    bool blamed = false;
+    for (const Suspect &suspect : suspects) {
+      const bool isEndless = m_kept.end == Kept::End::kEndless &&
+                             (suspect.code == Code::kNamesLast ||
+                              suspect.code == Code::kColumnsLast);
+      const Code code = isEndless ? Code::kEndlessNames : suspect.code;
+      const bool isError = describe(code).severity == Severity::kError;
+      blamed = blamed || isError;
+      const bool hasEffect =
+          isError && (m_kept.end != Kept::End::kEndless || canBeEndless(code));
+      add(code, suspect.offset, suspect.message + (hasEffect ? effect : ""));
+    }
+    if (blamed) {
+      return;
+    }
+    if (difference.end) {
+      add(Code::kUnreadable, m_definition.span.begin,
+          "expected the definition to end at its ')'" + effect);
+      return;
+    }
+    const std::vector<Field> said = fieldsOf(m_definition);
+    for (const Field &field : said) {
+      if (difference.has(field.name)) {
+        add(Code::kDiffers, m_definition.span.begin,
+            std::string("expected ") + field.name + " " + field.text() +
+                " to be kept" + keeps(field.name));
+      }
+    }
+  }
+
+  std::string effectOf(const Difference &difference) const {
+    if (m_kept.end == Kept::End::kEndless) {
+      return "; the library would never come back";
+    }
+    if (m_kept.end == Kept::End::kCutOff) {
+      return "; the library gives the file up here";
+    }
+    if (difference.end) {
+      return m_kept.end == Kept::End::kClosed &&
+                     m_kept.closing < m_definition.span.end
+                 ? "; the library ends the definition too early"
+                 : "; the library does not end the definition at its ')'";
+    }
+    return keeps(difference.fields.front());
+  }
+
+  // What has become of a field.
+  std::string keeps(const std::string &name) const {
+    for (const Field &field : m_kept.fields) {
+      if (name == field.name) {
+        return field.values.empty()
+                   ? "; the library drops it"
+                   : "; the library keeps " + name + " " + field.text();
+      }
+    }
+    return "";
+  }
+
+  const StrictFile &m_file;
+  const Definition &m_definition;
+  const Kept &m_kept;
+  LibraryReader *m_library;
+  std::vector<Finding> m_findings;
+  std::map<Code, std::size_t> m_numbers;  // of findings
+};
+
+}  // namespace
+
+bool compareWithKept(const StrictFile &file, const Definition &definition,
+                     const Kept &kept, LibraryReader *library,
+                     std::vector<Finding> *findings) {
+  KeptComparison comparison(file, definition, kept, library);
+  const bool same = comparison.run();
+  for (Finding &finding : comparison.takeFindings()) {
+    findings->push_back(std::move(finding));
+  }
+  return same;
+}
+
+}  // namespace schemacheck

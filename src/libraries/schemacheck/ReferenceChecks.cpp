@@ -1,0 +1,197 @@
+#include "ReferenceChecks.h"
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Cycles.h"
+#include "DefinitionIndex.h"
+#include "StandardSchema.h"
+
+namespace schemacheck {
+
+namespace {
+
+// A cycle is shown up to this many definitions.
+constexpr std::size_t kLongestCycle = 5;
+
+bool isNumber(const Value &value) {
+  return value.form == Value::Form::kNumber ||
+         value.form == Value::Form::kNumberWithLength ||
+         isNumericOid(value.text);
+}
+
+// "1.2.3", "'cn'"
+std::string inQuotes(const Value &value) {
+  return isNumber(value) ? value.text : "'" + value.text + "'";
+}
+
+class ReferenceChecks {
+ public:
+  explicit ReferenceChecks(const SchemaDirectory &directory)
+      : m_statements(directory.statements()), m_index(directory) {}
+
+  std::vector<Finding> run() {
+    for (const Statement &statement : m_statements) {
+      checkForms(statement);
+      switch (statement.definition->kind) {
+        case Kind::kAttributeType:
+          checkReferences(statement, "SUP", Kind::kAttributeType);
+          checkValues(statement);
+          break;
+        case Kind::kObjectClass:
+          checkReferences(statement, "SUP", Kind::kObjectClass);
+          checkReferences(statement, "MUST", Kind::kAttributeType);
+          checkReferences(statement, "MAY", Kind::kAttributeType);
+          checkOptional(statement);
+          break;
+        case Kind::kStorage:
+          break;
+      }
+    }
+    checkCycles();
+    return std::move(m_findings);
+  }
+
+ private:
+  void add(Code code, const Statement &at, const Value &value,
+           std::string message) {
+    m_findings.push_back(
+        findingAt(code, at.file->text, value.span.begin, std::move(message)));
+  }
+
+  // The forms of the OID and the names.
+  void checkForms(const Statement &statement) {
+    const Definition &definition = *statement.definition;
+    if (definition.oid && !isNumericOid(definition.oid->text)) {
+      add(Code::kBadOid, statement, *definition.oid,
+          "expected an OID of numbers and dots, found '" +
+              definition.oid->text + "'");
+    }
+    for (const Value *name : valuesOf(statement, "NAME")) {
+      if (!isKeyString(name->text)) {
+        add(Code::kBadName, statement, *name,
+            "expected a letter and then letters, digits or hyphens, found '" +
+                name->text + "'");
+      }
+    }
+  }
+
+  void checkReferences(const Statement &statement, const char *keyword,
+                       Kind kind) {
+    const bool isSuperior = std::string_view(keyword) == "SUP";
+    for (const Value *value : valuesOf(statement, keyword)) {
+      if (m_index.target(kind, value->text) == nullptr) {
+        add(isSuperior ? Code::kUndefinedSuperior : Code::kUndefinedAttribute,
+            statement, *value,
+            "expected the " +
+                std::string(isSuperior ? "superior " : "attribute ") +
+                inQuotes(*value) + " to be defined, found no " +
+                kindName(kind) + " of this " +
+                (isNumber(*value) ? "OID" : "name"));
+      }
+    }
+  }
+
+  // Of an attribute type.
+  void checkValues(const Statement &statement) {
+    for (const Value *syntax : valuesOf(statement, "SYNTAX")) {
+      const std::string oid = syntax->text.substr(0, syntax->text.find('{'));
+      if (!isStandardSyntax(oid)) {
+        add(Code::kUnknownSyntax, statement, *syntax,
+            "expected the OID of a standard syntax, found " +
+                inQuotes(*syntax));
+      }
+    }
+    for (const char *keyword : {"EQUALITY", "ORDERING", "SUBSTR"}) {
+      for (const Value *rule : valuesOf(statement, keyword)) {
+        if (isNumber(*rule) && !isStandardMatchingRule(rule->text)) {
+          add(Code::kUnknownRule, statement, *rule,
+              "expected the OID of a standard matching rule, found " +
+                  rule->text);
+        }
+      }
+    }
+    for (const Value *usage : valuesOf(statement, "USAGE")) {
+      if (!isUsage(usage->text)) {
+        add(Code::kBadUsage, statement, *usage,
+            "expected userApplications, directoryOperation, "
+            "distributedOperation or dSAOperation, found '" +
+                usage->text + "'");
+      }
+    }
+  }
+
+  // The same for all names of an attribute type.
+  std::string attributeOf(const Value &value) const {
+    const Statement *type = m_index.target(Kind::kAttributeType, value.text);
+    return type == nullptr ? lowerCase(value.text) : type->key();
+  }
+
+  // Of an object class.
+  void checkOptional(const Statement &statement) {
+    std::set<std::string> required;
+    for (const Value *value : valuesOf(statement, "MUST")) {
+      required.insert(attributeOf(*value));
+    }
+    for (const Value *value : valuesOf(statement, "MAY")) {
+      if (required.count(attributeOf(*value)) != 0) {
+        add(Code::kRequiredAndOptional, statement, *value,
+            "expected an attribute that MUST does not hold, found " +
+                inQuotes(*value));
+      }
+    }
+  }
+
+  void checkCycles() {
+    Graph superiors(m_statements.size());
+    for (std::size_t i = 0; i < m_statements.size(); ++i) {
+      for (const Value *value : superiorsOf(i)) {
+        const Statement *superior =
+            m_index.target(m_statements[i].definition->kind, value->text);
+        if (superior != nullptr) {
+          superiors[i].push_back(
+              static_cast<std::size_t>(superior - m_statements.data()));
+        }
+      }
+    }
+    for (const std::vector<std::size_t> &cycle : findCycles(superiors)) {
+      addCycle(cycle);
+    }
+  }
+
+  std::vector<const Value *> superiorsOf(std::size_t i) const {
+    return valuesOf(m_statements[i], "SUP");
+  }
+
+  void addCycle(const std::vector<std::size_t> &cycle) {
+    const Statement &first = m_statements[cycle.front()];
+    const Statement &second = m_statements[cycle[cycle.size() > 1 ? 1 : 0]];
+    std::string way = "'" + first.firstName() + "'";
+    for (std::size_t i = 1; i < cycle.size() && i < kLongestCycle; ++i) {
+      way += " SUP '" + m_statements[cycle[i]].firstName() + "'";
+    }
+    way += cycle.size() > kLongestCycle ? " SUP ..." : "";
+    for (const Value *value : superiorsOf(cycle.front())) {
+      if (m_index.target(first.definition->kind, value->text) == &second) {
+        add(Code::kSuperiorCycle, first, *value,
+            "expected a superior that does not lead back, found " + way +
+                " SUP '" + first.firstName() + "'");
+        return;
+      }
+    }
+  }
+
+  const std::vector<Statement> &m_statements;
+  const DefinitionIndex m_index;
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace
+
+std::vector<Finding> checkReferences(const SchemaDirectory &directory) {
+  return ReferenceChecks(directory).run();
+}
+
+}  // namespace schemacheck
