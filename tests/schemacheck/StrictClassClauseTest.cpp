@@ -147,6 +147,15 @@ constexpr ClauseCase kClasses[] = {
      "    MAY c\n"
      "! list unclosed <(>: expected ')' at the end of the list of MUST, found "
      "the word 'MAY'\n"},
+    {"MUST ( $ NAME 'b'",
+     "    MUST ( )<MUST ( $>\n"
+     "    NAME 'b'\n"
+     "! value missing <MUST>: expected a name or an OID behind MUST, found the "
+     "word 'NAME'\n"
+     "! list unclosed <(>: expected ')' at the end of the list of MUST, found "
+     "the word 'NAME'\n"
+     "! dollar unexpected <$>: expected a name or an OID in the list of MUST, "
+     "found '$'\n"},
     {"SUP ( top DESC 'd'",
      "    SUP ( top )<SUP ( top>\n"
      "    DESC 'd'\n"

@@ -97,6 +97,18 @@ constexpr ClauseCase kTypes[] = {
      "    X-O 'x'\n"
      "! list unclosed <(>: expected ')' at the end of the list of NAME, found "
      "the word 'X-O'\n"},
+    {"NAME ( 'a' SYNTAX )",
+     "    NAME ( 'a' SYNTAX )\n"
+     "! quotes missing <SYNTAX>: expected a quoted string behind NAME, found "
+     "the word 'SYNTAX'\n"},
+    {"NAME ( 'a' MAY ( b ) )",
+     "    NAME ( 'a' MAY b )<NAME ( 'a' MAY ( b ) )>\n"
+     "! quotes missing <MAY>: expected a quoted string behind NAME, found the "
+     "word 'MAY'\n"
+     "! list nested <(>: expected no further parentheses in the list of NAME, "
+     "found '('\n"
+     "! quotes missing <b>: expected a quoted string behind NAME, found the "
+     "word 'b'\n"},
     {"NAME ( 'a' ) ) SYNTAX 1.3",
      "    NAME ( 'a' )\n"
      "    SYNTAX #1.3\n"
@@ -122,6 +134,10 @@ constexpr ClauseCase kTypes[] = {
      "word 'the'\n"},
     {"DESC 1.3",
      "    DESC #1.3\n"
+     "! quotes missing <1.3>: expected a quoted string behind DESC, found the "
+     "number 1.3\n"},
+    {"DESC 1.3 a",
+     "    DESC 1.3 a\n"
      "! quotes missing <1.3>: expected a quoted string behind DESC, found the "
      "number 1.3\n"},
     {"DESC a FOO 'b'",

@@ -15,6 +15,7 @@ bool isContained(const std::vector<std::string> &a,
     return false;
   }
   std::vector<std::string> sorted;
+  sorted.reserve(b.size());
   for (const std::string &value : b) {
     sorted.push_back(lowerCase(value));
   }
