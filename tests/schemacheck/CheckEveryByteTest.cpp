@@ -85,8 +85,7 @@ template <class Definition>
 std::vector<Field> held(const std::map<std::string, Definition *> &table,
                         const std::string &key) {
   const auto found = table.find(key);
-  return found == table.end() ? std::vector<Field>()
-                              : fieldsOf(*found->second);
+  return found == table.end() ? std::vector<Field>() : fieldsOf(*found->second);
 }
 
 std::vector<Field> held(const SchemaManager &schema,
@@ -169,9 +168,10 @@ TEST_F(CheckEveryByteTest, TheCleanOneHasNoFinding) {
 }
 
 TEST_F(CheckEveryByteTest, EachByteDeletedOrReplaced) {
-  constexpr std::string_view kBytes("'()${}=#\"\t\r\n\0\x80"
-                                    "A1",
-                                    16);
+  constexpr std::string_view kBytes(
+      "'()${}=#\"\t\r\n\0\x80"
+      "A1",
+      16);
   for (const auto &[name, text] : kClean) {
     write(name, text);
   }
