@@ -206,26 +206,34 @@ TEST_F(ApplyTest, WarnsOfDefinitionsThatRepeat) {
   write("new/V3.system.oc",
         "objectclasses=( 2.3 NAME 'top' ABSTRACT )\n"
         "objectclasses=( 2.3 NAME 'Top' STRUCTURAL )\n"
-        "QORAttributetypes { ( LENGTH 4 ) }\n");
+        "QORAttributetypes { ( LENGTH 4 ) }\n"
+        "objectclasses=( 2.4 NAME 'TOP' STRUCTURAL )\n");
   const ApplyResult result = leaksDefinitions([this] { return runApply(); });
   EXPECT_EQ(
       relative(result.warnings),
-      (Lines{"old/V3.user.at:2: warning: attribute type 'A' (1.1) is ignored: "
-             "old/V3.user.at:1 defines the same first name",
-             "old/V3.user.at:4: warning: storage definition (1.1) is ignored: "
-             "old/V3.user.at:3 defines the same OID",
-             "old/V3.user.oc:1: warning: attribute type 'a' (1.1) is ignored: "
-             "old/V3.user.at:1 defines the same first name",
-             "old/V3.user.oc:3: warning: object class 'a' (2.2) is ignored: "
-             "old/V3.user.oc:2 defines the same first name",
-             "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
-             "has no OID",
-             "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
-             "has no OID",
-             "new/V3.system.oc:2: warning: object class 'Top' (2.3) is "
-             "ignored: new/V3.system.oc:1 defines the same first name",
-             "new/V3.system.oc:3: warning: storage definition () is ignored: "
-             "it has no OID"}));
+      (Lines{
+          "old/V3.user.at:2: warning: attribute type 'A' (1.1) is ignored: "
+          "old/V3.user.at:1 defines the same first name",
+          "old/V3.user.at:4: warning: storage definition (1.1) is ignored: "
+          "old/V3.user.at:3 defines the same OID",
+          "old/V3.user.oc:1: warning: attribute type 'a' (1.1) is ignored: "
+          "old/V3.user.at:1 defines the same first name",
+          "old/V3.user.oc:3: warning: object class 'a' (2.2) is found by "
+          "its OID only: old/V3.user.oc:2 defines the same first name; it is "
+          "not carried",
+          "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
+          "has no OID",
+          "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
+          "has no OID",
+          "new/V3.system.oc:2: warning: object class 'Top' (2.3) is "
+          "ignored: new/V3.system.oc:1 defines the same first name",
+          "new/V3.system.oc:3: warning: storage definition () is ignored: "
+          "it has no OID",
+          "new/V3.system.oc:4: warning: object class 'TOP' (2.4) is found "
+          "by its OID only: new/V3.system.oc:1 defines the same first "
+          "name"}));
+  EXPECT_NE(read("out/V3.system.oc").find("'TOP'"), std::string::npos);
+  EXPECT_EQ(read("out/V3.user.oc").find("2.2"), std::string::npos);
 }
 
 TEST_F(ApplyTest, WarnsOfWhatTheReleaseLosesByItself) {
@@ -336,7 +344,7 @@ TEST_F(ApplyTest, ChangesNothingWhenItFails) {
   write("new/V3.user.oc",
         "objectclasses {\n( 2.1 NAME 'k' ABSTRACT )\n( 2.2 ABSTRACT )\n"
         "( ABSTRACT )\n}\n");
-  EXPECT_EQ(applyTrouble(),
+  EXPECT_EQ(leaksDefinitions([this] { return applyTrouble(); }),
             "new/V3.user.oc:3: error: object class (2.2) cannot be written: it "
             "has no name\n"
             "nothing was written; mend the files of the new release");

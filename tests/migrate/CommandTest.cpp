@@ -27,6 +27,7 @@ Options:
 
 Subcommands:
   apply                       Carry the schema of an old installation into a new release's and write the result to a new directory.
+  check                       Say what in schema directories the library would lose, change or choke on. Of several directories the last is the new release, and the others are checked against it, too.
   collisions                  Report the definitions of an old installation that collide with a new release.
   compare                     Say what is identical in two schemas, what differs and in what fields, and what only one of them has.
   show                        Show definitions with their superiors, what they inherit, and how they are stored.
@@ -57,8 +58,7 @@ Example:
   schema-migrate apply --old /srv/old/schema --new /srv/new/schema --out /srv/merged
 
 Exit status:
-  0 done, and nothing found
-  1 something found: collisions, differences, an unknown name
+  0 done
   2 trouble: wrong usage, bad input, a file that fails
 )";
 
@@ -110,7 +110,51 @@ const UsageCase kUsages[] = {
     {{"apply", "-h", "--old", "old"}, 0, kApplyHelp, ""},
     {{"--version"}, 0, "schema-migrate " SCHEMA_MIGRATE_VERSION "\n", ""},
     {{}, 2, "", "A subcommand is required"},
-    {{"Apply"}, 2, "", "A subcommand is required"},
+    {{"Apply"},
+     2,
+     "",
+     "error: no command is called 'Apply'; did you mean 'apply'?"},
+    {{"aply", "--old", "old"},
+     2,
+     "",
+     "error: no command is called 'aply'; did you mean 'apply'?"},
+    {{"co"},
+     2,
+     "",
+     "error: no command is called 'co'; did you mean 'compare' or "
+     "'collisions'?"},
+    {{"foo", "--help"}, 2, "", "error: no command is called 'foo'"},
+    {{""}, 2, "", "error: no command is called ''"},
+    {{"apply", "--old", "", "--new", "new", "--out", "out"},
+     2,
+     "",
+     "--old: expected a name, found nothing"},
+    {{"collisions", "--old", "old", "--new", ""},
+     2,
+     "",
+     "--new: expected a name, found nothing"},
+    {{"apply", "--old", "old", "--new", "new", "--out", ""},
+     2,
+     "",
+     "--out: expected a name, found nothing"},
+    {{"check", "old", ""}, 2, "", "directory: expected a name, found nothing"},
+    {{"show", "--dir", "", "a"},
+     2,
+     "",
+     "--dir: expected a name, found nothing"},
+    {{"compare", "--old", "old", "--new", "new", "--excluded-oids", ""},
+     2,
+     "",
+     "--excluded-oids: expected a name, found nothing"},
+    {{"apply", "--old", "old", "--new", "new", "--out", "out",
+      "--modified-oids", ""},
+     2,
+     "",
+     "--modified-oids: expected a name, found nothing"},
+    {{"dump", "--dir", "old", "--trace", ""},
+     2,
+     "",
+     "--trace: expected a name, found nothing"},
     {{"--frobnicate"}, 2, "", "A subcommand is required"},
     {{"apply"}, 2, "", "--old is required"},
     {{"apply", "--new", "new", "--out", "out"}, 2, "", "--old is required"},
@@ -295,8 +339,9 @@ TEST_F(CommandTest, PrintsWarningsToStandardErrorAndSucceeds) {
   const CommandResult result = run(kApply, allowLeaks);
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error,
-            "old/V3.user.at:2: warning: attribute type 'A' (1.2) is ignored: "
-            "old/V3.user.at:1 defines the same first name\n"
+            "old/V3.user.at:2: warning: attribute type 'A' (1.2) is found by "
+            "its OID only: old/V3.user.at:1 defines the same first name; it is "
+            "not carried\n"
             "new/V3.qor.at:1: warning: storage definition (1.3) is not in the "
             "result as it stands here\n");
   EXPECT_EQ(result.out, R"(old installation: old

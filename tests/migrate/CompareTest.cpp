@@ -47,15 +47,20 @@ class CompareTest : public ReadingCommandTest {
 
 TEST_F(CompareTest, HelpHoldsAnExample) {
   expectResult(
-      read({"compare", "--help"}), 0,
+      runReading({"compare", "--help"}), 0,
       std::string("Say what is identical in two schemas, what differs and in "
                   "what fields, and what only one of them has.\n"
                   "Usage: schema-migrate compare [OPTIONS]\n\n") +
           kCommonOptionsHelp + kBothOptionsHelp +
+          "Lists of names, superiors and attributes are compared as sets, in "
+          "any case\n"
+          "and order. The library also counts values that repeat, so that "
+          "apply may\n"
+          "replace a definition that is identical here.\n\n"
           "Example:\n"
           "  schema-migrate compare --old /srv/old/schema --new "
           "/srv/new/schema\n\n" +
-          kExitStatusHelp,
+          exitStatusHelp("differences found"),
       "");
 }
 
@@ -83,13 +88,13 @@ TEST_F(CompareTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
 }
 
 TEST_F(CompareTest, OfEmptyFilesAllIsEqual) {
   writeBoth("", "");
-  expectResult(read(kCompare), 0, sections({}, {}, {}, {}, {}), "");
+  expectResult(runReading(kCompare), 0, sections({}, {}, {}, {}, {}), "");
 }
 
 TEST_F(CompareTest, AgainstAnEmptyFileAllIsOnOneSide) {
@@ -106,9 +111,11 @@ TEST_F(CompareTest, AgainstAnEmptyFileAllIsOnOneSide) {
                      "storage definition (1.1)" + file + "3"};
   };
   writeBoth(kText, "");
-  expectResult(read(kCompare), 1, sections({}, {}, side("old"), {}, {}), "");
+  expectResult(runReading(kCompare), 1, sections({}, {}, side("old"), {}, {}),
+               "");
   writeBoth("", kText);
-  expectResult(read(kCompare), 1, sections({}, {}, {}, side("new"), {}), "");
+  expectResult(runReading(kCompare), 1, sections({}, {}, {}, side("new"), {}),
+               "");
 }
 
 TEST_F(CompareTest, ADirectoryIsEqualToItself) {
@@ -116,7 +123,7 @@ TEST_F(CompareTest, ADirectoryIsEqualToItself) {
         "QORAttributetypes=( 1.1 LENGTH 4 )\n"
         "attributetypes=( 1.1 NAME 'a' DESC 'x' )");
   write("old/V3.modifiedschema", "objectclasses=( 1.2 NAME 'c' ABSTRACT )");
-  expectResult(read({"compare", "--old", "old", "--new", "old"}), 0,
+  expectResult(runReading({"compare", "--old", "old", "--new", "old"}), 0,
                sections({"attribute type 'a' (1.1)", "object class 'c' (1.2)",
                          "storage definition (1.1)"},
                         {}, {}, {}, {}),
@@ -153,7 +160,7 @@ TEST_P(CompareFieldTest, ThatDiffersAloneIsNamed) {
   const FieldCase &one = GetParam();
   writeBoth(line(one.oldText), '\n' + line(one.newText));
   const std::string place = ", old/V3.user.at:1 and new/V3.user.at:2";
-  expectResult(read(kCompare), 1,
+  expectResult(runReading(kCompare), 1,
                sections({}, {one.definition + place + one.fields}, {}, {}, {}),
                "");
 }
@@ -161,8 +168,8 @@ TEST_P(CompareFieldTest, ThatDiffersAloneIsNamed) {
 TEST_P(CompareFieldTest, IsEqualToItself) {
   const FieldCase &one = GetParam();
   writeBoth(line(one.oldText), line(one.oldText));
-  expectResult(read(kCompare), 0, sections({one.definition}, {}, {}, {}, {}),
-               "");
+  expectResult(runReading(kCompare), 0,
+               sections({one.definition}, {}, {}, {}, {}), "");
 }
 
 const FieldCase kAttributeFields[] = {
@@ -268,7 +275,7 @@ TEST_F(CompareTest, ListsAreSetsInAnyOrderAndCase) {
   for (const auto &[oldText, newText] : kCases) {
     SCOPED_TRACE(oldText);
     writeBoth(oldText, newText);
-    expectResult(read(kCompare), 0,
+    expectResult(runReading(kCompare), 0,
                  sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}), "");
   }
   writeBoth(
@@ -276,17 +283,25 @@ TEST_F(CompareTest, ListsAreSetsInAnyOrderAndCase) {
       "QORAttributetypes=( 1.1 DBNAME ( 'a' 'b' ) )\n",
       "objectclasses=( 1.1 SUP ( Y $ X ) MUST ( b $ a ) MAY ( d $ C ) )\n"
       "QORAttributetypes=( 1.1 DBNAME ( 'B' 'A' ) )\n");
-  expectResult(read(kCompare), 0,
+  expectResult(runReading(kCompare), 0,
                sections({"object class (1.1)", "storage definition (1.1)"}, {},
                         {}, {}, {}),
                "");
+}
+
+TEST_F(CompareTest, WhatRepeatsInAListIsReplacedAllTheSame) {
+  writeBoth("attributetypes=( 1.1 NAME ( 'a' 'b' 'b' ) DESC 'x' )\n",
+            "attributetypes=( 1.1 NAME ( 'a' 'B' ) DESC 'x' )\n");
+  const ApplyResult result = runApply();
+  const std::size_t replaced = static_cast<std::size_t>(Fate::kReplaced);
+  EXPECT_EQ(result.fates[replaced][fileIndex("V3.user.at")][0], 1U);
 }
 
 TEST_F(CompareTest, NotTheFileNorTheLayoutMatters) {
   write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
   write("new/V3.system.at",
         "# moved\nattributetypes {\n( 1.1\n  NAME ( 'A' )\n DESC 'x'\n)\n}\n");
-  expectResult(read(kCompare), 0,
+  expectResult(runReading(kCompare), 0,
                sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}), "");
 }
 
@@ -305,13 +320,13 @@ TEST_F(CompareTest, AnOldDefinitionWithAnExcludedOidIsNotCompared) {
   const Arguments excluded = {"attribute type 'same' (1.1), old/V3.user.at:1",
                               "object class 'differs' (1.3), old/V3.user.at:3",
                               "storage definition (1.4), old/V3.user.at:4"};
-  expectResult(read(arguments), 0,
+  expectResult(runReading(arguments), 0,
                sections({"attribute type 'other' (1.2)"}, {}, {}, {}, excluded),
                "");
 
   write("new/V3.user.oc", "objectclasses=( 1.5 NAME 'new' ABSTRACT )\n");
   expectResult(
-      read(arguments), 1,
+      runReading(arguments), 1,
       sections({"attribute type 'other' (1.2)"}, {}, {},
                {"object class 'new' (1.5), new/V3.user.oc:1"}, excluded),
       "");
@@ -320,10 +335,130 @@ TEST_F(CompareTest, AnOldDefinitionWithAnExcludedOidIsNotCompared) {
 TEST_F(CompareTest, ARenamedDefinitionIsOnEachSide) {
   writeBoth("attributetypes=( 1.1 NAME 'a' DESC 'x' )",
             "attributetypes=( 1.1 NAME 'b' DESC 'x' )");
-  expectResult(read(kCompare), 1,
-               sections({}, {}, {"attribute type 'a' (1.1), old/V3.user.at:1"},
+  expectResult(runReading(kCompare), 1,
+               sections({}, {},
+                        {"attribute type 'a' (1.1), old/V3.user.at:1; the new "
+                         "schema has this OID as attribute type 'b', "
+                         "new/V3.user.at:1"},
                         {"attribute type 'b' (1.1), new/V3.user.at:1"}, {}),
                "");
+}
+
+TEST_F(CompareTest, WhoHasTheOidOfWhatIsOnlyInTheOldSchema) {
+  const struct {
+    const char *oldText;
+    const char *newText;
+    const char *old;
+    const char *theirs;
+    const char *place;
+  } kCases[] = {
+      {"attributetypes=( 1.1 NAME 'a' DESC 'x' )",
+       "objectclasses=( 1.1 NAME 'b' ABSTRACT )", "attribute type 'a' (1.1)",
+       "object class 'b'", "object class 'b' (1.1)"},
+      {"objectclasses=( 1.1 NAME 'a' ABSTRACT )",
+       "attributetypes=( 1.1 NAME 'b' DESC 'x' )", "object class 'a' (1.1)",
+       "attribute type 'b'", "attribute type 'b' (1.1)"},
+      {"objectclasses=( 1.1 NAME 'a' ABSTRACT )",
+       "objectclasses=( 1.1 ABSTRACT )", "object class 'a' (1.1)",
+       "object class", "object class (1.1)"},
+  };
+  for (const auto &[oldText, newText, old, theirs, place] : kCases) {
+    SCOPED_TRACE(old);
+    writeBoth(oldText, newText);
+    expectResult(
+        runReading(kCompare), 1,
+        sections({}, {},
+                 {std::string(old) +
+                  ", old/V3.user.at:1; the new schema has this OID as " +
+                  theirs + ", new/V3.user.at:1"},
+                 {std::string(place) + ", new/V3.user.at:1"}, {}),
+        "");
+  }
+  // The kind of the definition comes first.
+  writeBoth("objectclasses=( 1.1 NAME 'a' ABSTRACT )",
+            "attributetypes=( 1.1 NAME 'b' DESC 'x' )\n"
+            "objectclasses=( 1.1 NAME 'c' ABSTRACT )\n");
+  expectResult(
+      runReading(kCompare), 1,
+      sections({}, {},
+               {"object class 'a' (1.1), old/V3.user.at:1; the new schema has "
+                "this OID as object class 'c', new/V3.user.at:2"},
+               {"attribute type 'b' (1.1), new/V3.user.at:1",
+                "object class 'c' (1.1), new/V3.user.at:2"},
+               {}),
+      "");
+  // That of a storage definition is its type's, too; and none is none.
+  writeBoth(
+      "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+      "QORAttributetypes=( 1.1 LENGTH 4 )\n"
+      "attributetypes=( NAME 'n' DESC 'x' )\n",
+      "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+      "attributetypes=( NAME 'm' DESC 'x' )\n");
+  expectResult(runReading(kCompare), 1,
+               sections({"attribute type 'a' (1.1)"}, {},
+                        {"attribute type 'n' (), old/V3.user.at:3",
+                         "storage definition (1.1), old/V3.user.at:2"},
+                        {"attribute type 'm' (), new/V3.user.at:2"}, {}),
+               "");
+}
+
+// A first name is taken, an OID is not.
+TEST_F(CompareTest, WhatOnlyItsOidLeadsToIsComparedByThat) {
+  const char kType[] = "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n";
+  const char kClass[] = "objectclasses=( 2.1 NAME 'c' ABSTRACT )\n";
+  const std::string both = std::string(kType) + kClass;
+  const std::string more = both +
+                           "attributetypes=( 1.2 NAME 'A' DESC 'y' )\n"
+                           "objectclasses=( 2.2 NAME 'C' AUXILIARY )\n";
+  const Arguments same = {"attribute type 'a' (1.1)", "object class 'c' (2.1)"};
+  const auto places = [](const std::string &file) {
+    return Arguments{"attribute type 'A' (1.2), " + file + ":3",
+                     "object class 'C' (2.2), " + file + ":4"};
+  };
+  const auto expectSections = [this](int status, const std::string &expected) {
+    const CommandResult result = runReading(kCompare);
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.out, expected);
+  };
+
+  writeBoth(more, both);
+  expectSections(1, sections(same, {}, places("old/V3.user.at"), {}, {}));
+  writeBoth(both, more);
+  expectSections(1, sections(same, {}, {}, places("new/V3.user.at"), {}));
+  writeBoth(more, more);
+  expectSections(
+      0, sections({"attribute type 'a' (1.1)", "attribute type 'A' (1.2)",
+                   "object class 'c' (2.1)", "object class 'C' (2.2)"},
+                  {}, {}, {}, {}));
+  writeBoth(more, replaceAll(more, "'y'", "'z'"));
+  expectSections(1,
+                 sections({"attribute type 'a' (1.1)", "object class 'c' (2.1)",
+                           "object class 'C' (2.2)"},
+                          {"attribute type 'A' (1.2), old/V3.user.at:3 and "
+                           "new/V3.user.at:3" +
+                           field("DESC", "'y'", "'z'")},
+                          {}, {}, {}));
+  writeBoth(more, both + "attributetypes=( 1.2 NAME 'b' DESC 'y' )\n");
+  expectSections(
+      1, sections(same, {},
+                  {"attribute type 'A' (1.2), old/V3.user.at:3; the new schema "
+                   "has this OID as attribute type 'b', new/V3.user.at:3",
+                   "object class 'C' (2.2), old/V3.user.at:4"},
+                  {"attribute type 'b' (1.2), new/V3.user.at:3"}, {}));
+
+  write("list", "1.2 2.2\n");
+  writeBoth(more, both);
+  Arguments excluding = kCompare;
+  excluding.insert(excluding.end(), {"--excluded-oids", "list"});
+  const CommandResult result = runReading(excluding);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, sections(same, {}, {}, {}, places("old/V3.user.at")));
+}
+
+TEST_F(CompareTest, NamesTheFilesThatAreNotThere) {
+  writeBoth("", "");
+  expectResult(runAsItIs(kCompare), 0, sections({}, {}, {}, {}, {}),
+               onlyThere("old", "V3.user.at") + onlyThere("new", "V3.user.at"));
 }
 
 TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
@@ -332,12 +467,19 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
       "attributetypes=( 1.2 NAME 'A' DESC 'y' )\n",
       "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
       "objectclasses { ( NAME 'c' ABSTRACT ) }\n");
-  expectResult(read(kCompare), 0,
-               sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}),
-               "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
-               "ignored: old/V3.user.at:1 defines the same first name\n"
-               "new/V3.user.at:2: warning: object class 'c' () is ignored: it "
-               "has no OID\n");
+  expectResult(
+      runReading(kCompare), 1,
+      sections({"attribute type 'a' (1.1)"}, {},
+               {"attribute type 'A' (1.2), old/V3.user.at:2"}, {}, {}),
+      "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
+      "found by its OID only: old/V3.user.at:1 defines the same first name\n"
+      "new/V3.user.at:2: warning: object class 'c' () is ignored: it "
+      "has no OID\n");
+  // Not before all is read.
+  Arguments arguments = kCompare;
+  arguments.insert(arguments.end(), {"--excluded-oids", "list"});
+  expectResult(runReading(arguments), 2, "",
+               "list: error: No such file or directory\n");
 }
 
 }  // namespace

@@ -108,13 +108,13 @@ class DumpTest : public ReadingCommandTest {
   CommandResult dump(const Arguments &more) const {
     Arguments arguments = {"dump", "--dir", "old"};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    return read(arguments);
+    return runReading(arguments);
   }
 };
 
 TEST_F(DumpTest, HelpHoldsAnExample) {
   expectResult(
-      read({"dump", "--help"}), 0,
+      runReading({"dump", "--help"}), 0,
       std::string("Print the library's diagnostic dumps of a schema.\n"
                   "Usage: schema-migrate dump [OPTIONS]\n\n") +
           kCommonOptionsHelp +
@@ -204,6 +204,15 @@ TEST_F(DumpTest, OfAnEmptySchema) {
                "QORAttributeTable contains:\nKey\nValue\n\n", "");
 }
 
+TEST_F(DumpTest, WarnsOfWhatIsIgnored) {
+  write("old/V3.user.at",
+        "QORAttributetypes=( 1.1 LENGTH 4 )\n"
+        "QORAttributetypes=( 1.1 LENGTH 5 )\n");
+  expectResult(dump({"--table", "excluded"}), 0, kNoneExcluded,
+               "old/V3.user.at:2: warning: storage definition (1.1) is "
+               "ignored: old/V3.user.at:1 defines the same OID\n");
+}
+
 TEST_F(DumpTest, WrongUsageAndBadInputAreTrouble) {
   writeSchema();
   write("list", "1.1");
@@ -234,12 +243,19 @@ TEST_F(DumpTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
+}
+
+TEST_F(DumpTest, NamesTheFilesThatAreNotThere) {
+  write("old/V3.user.at", "");
+  expectResult(runAsItIs({"dump", "--dir", "old/", "--table", "excluded"}), 0,
+               "excluded oids\n\n", onlyThere("old/", "V3.user.at"));
 }
 
 TEST_F(DumpTest, AFullDiskIsTrouble) {
   writeSchema();
+  writeMissing("old");
   expectResult(run({"dump", "--dir", "old"},
                    [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); }),
                2, "", "error: cannot write to standard output\n");

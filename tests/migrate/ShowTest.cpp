@@ -1,10 +1,14 @@
 // The command show, as a user runs it.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 
 #include <string>
 #include <vector>
 
 #include "CommandsTesting.h"
+#include "ObjectClass.h"
+#include "SchemaLine.h"
 
 namespace {
 
@@ -52,13 +56,13 @@ class ShowTest : public ReadingCommandTest {
   CommandResult show(const Arguments &keys) const {
     Arguments arguments = {"show", "--dir", "old"};
     arguments.insert(arguments.end(), keys.begin(), keys.end());
-    return read(arguments);
+    return runReading(arguments);
   }
 };
 
 TEST_F(ShowTest, HelpHoldsAnExample) {
   expectResult(
-      read({"show", "--help"}), 0,
+      runReading({"show", "--help"}), 0,
       std::string("Show definitions with their superiors, what they inherit, "
                   "and how they are stored.\n"
                   "Usage: schema-migrate show [OPTIONS] name...\n\n"
@@ -70,7 +74,7 @@ TEST_F(ShowTest, HelpHoldsAnExample) {
           "  --dir DIR REQUIRED          Schema directory\n\n"
           "Example:\n"
           "  schema-migrate show --dir /srv/schema person 2.5.4.3\n\n" +
-          kExitStatusHelp,
+          exitStatusHelp("a name or an OID that nothing has"),
       "");
 }
 
@@ -90,7 +94,7 @@ TEST_F(ShowTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
   const CommandResult endless = show({"a"});
   EXPECT_EQ(endless.status, 2);
@@ -242,7 +246,7 @@ TEST_F(ShowTest, ACycleOfSuperiorsOnce) {
 TEST_F(ShowTest, AMissingSuperiorOfSeveralOnce) {
   write("old/V3.user.oc",
         "objectclasses=( 1.1 NAME 'a' SUP ( b $ gone ) ABSTRACT )\n"
-        "objectclasses=( 1.2 NAME 'b' SUP gone ABSTRACT )\n");
+        "objectclasses=( 1.2 NAME 'b' SUP GONE ABSTRACT )\n");
   expectResult(show({"a"}), 0,
                "object class 'a' (1.1), old/V3.user.oc:1\n" +
                    dumpOf({"1.1", "a ", "b gone ", "ABSTRACT", "", ""}) +
@@ -271,14 +275,66 @@ TEST_F(ShowTest, ASuperiorWithoutName) {
 TEST_F(ShowTest, ASuperiorIsTheOneWithTheFirstNameRatherThanAnAlias) {
   write("old/V3.user.oc",
         "objectclasses=( 1.1 NAME ( 'a' 'top' ) ABSTRACT )\n"
-        "objectclasses=( 1.2 NAME 'top' ABSTRACT )\n"
-        "objectclasses=( 1.3 NAME 'x' SUP top )\n");
+        "objectclasses=( 1.2 NAME 'Top' ABSTRACT )\n"
+        "objectclasses=( 1.3 NAME 'x' SUP tOP )\n");
   expectResult(show({"x"}), 0,
                "object class 'x' (1.3), old/V3.user.oc:3\n" +
-                   dumpOf({"1.3", "x ", "top ", "STRUCTURAL", "", ""}) +
-                   "objectclasses=( 1.3 NAME 'x' SUP ( top ) STRUCTURAL )\n"
-                   "superior object class 'top' (1.2), old/V3.user.oc:2\n\n",
+                   dumpOf({"1.3", "x ", "tOP ", "STRUCTURAL", "", ""}) +
+                   "objectclasses=( 1.3 NAME 'x' SUP ( tOP ) STRUCTURAL )\n"
+                   "superior object class 'Top' (1.2), old/V3.user.oc:2\n\n",
                "");
+}
+
+TEST_F(ShowTest, ASuperiorThatIsAnAliasOfTwoIsTheFirstByName) {
+  write("old/V3.user.oc",
+        "objectclasses=( 1.1 NAME ( 'b' 'alias' ) ABSTRACT )\n"
+        "objectclasses=( 1.2 NAME ( 'a' 'alias' ) ABSTRACT )\n"
+        "objectclasses=( 1.3 NAME 'x' SUP alias )\n");
+  expectResult(show({"x"}), 0,
+               "object class 'x' (1.3), old/V3.user.oc:3\n" +
+                   dumpOf({"1.3", "x ", "alias ", "STRUCTURAL", "", ""}) +
+                   "objectclasses=( 1.3 NAME 'x' SUP ( alias ) STRUCTURAL )\n"
+                   "superior object class 'a' (1.2), old/V3.user.oc:2\n\n",
+               "");
+}
+
+TEST_F(ShowTest, OfTwoWithOneOidTheSuperiorIsTheFirst) {
+  write("old/V3.user.at",
+        "attributetypes=( 1.1 NAME 'b' SYNTAX 2.1 )\n"
+        "attributetypes=( 1.1 NAME 'a' SYNTAX 2.1 )\n"
+        "attributetypes=( 1.2 NAME 'c' SUP 1.1 )\n");
+  expectResult(show({"c"}), 0,
+               "attribute type 'c' (1.2), old/V3.user.at:3\n" +
+                   dumpOf("1.2", "c ", "1.1 ", "") +
+                   "attributetypes=( 1.2 NAME ( 'c'  ) SUP 1.1 USAGE "
+                   "userApplications  )\n"
+                   "superior attribute type 'b' (1.1), old/V3.user.at:1\n"
+                   "no storage definition\n\n",
+               "");
+}
+
+TEST_F(ShowTest, OidsAreMatchedExactly) {
+  write("old/V3.user.at",
+        "attributetypes=( 'a-oid' NAME 'a' SYNTAX 2.1 )\n"
+        "QORAttributetypes=( 'A-OID' DBNAME ( 'A' ) LENGTH 4 )\n"
+        "attributetypes=( 'x' NAME 'A-OID' SYNTAX 2.1 )\n");
+  const std::string type =
+      "attribute type 'a' (a-oid), old/V3.user.at:1\n" +
+      dumpOf("a-oid", "a ", "", "2.1") +
+      "attributetypes=( a-oid NAME ( 'a'  ) SYNTAX 2.1 USAGE userApplications "
+      " )\n"
+      "no storage definition\n\n";
+  const std::string named =
+      "attribute type 'A-OID' (x), old/V3.user.at:3\n" +
+      dumpOf("x", "A-OID ", "", "2.1") +
+      "attributetypes=( x NAME ( 'A-OID'  ) SYNTAX 2.1 USAGE userApplications "
+      " )\n"
+      "no storage definition\n\n";
+  const std::string column = "storage definition (A-OID), old/V3.user.at:2\n" +
+                             storage("A-OID", "A", "4");
+  expectResult(show({"a-oid"}), 0, named + type, "");
+  expectResult(show({"A-OID"}), 0, named + column, "");
+  expectResult(show({"A-Oid"}), 0, named, "");
 }
 
 TEST_F(ShowTest, AllDefinitionsThatAKeyLeadsTo) {
@@ -306,12 +362,150 @@ TEST_F(ShowTest, AllDefinitionsThatAKeyLeadsTo) {
                         dumpOf({"1.1", "b a ", "", "ABSTRACT", "", ""}) +
                         "objectclasses=( 1.1 NAME 'b' 'a' ABSTRACT )\n\n";
   const std::string warning =
-      "old/V3.user.oc:2: warning: object class 'A' (1.2) is ignored: "
-      "old/V3.user.oc:1 defines the same first name\n";
+      "old/V3.user.oc:2: warning: object class 'A' (1.2) is found by its "
+      "OID only: old/V3.user.oc:1 defines the same first name\n";
   expectResult(show({"a"}), 0, type + a + b + second, warning);
-  expectResult(show({"1.1"}), 0, type + a + b, warning);
+  expectResult(show({"1.1"}), 0, type + a + b, "");
   expectResult(show({"1.2"}), 0, second, warning);
-  expectResult(show({"b"}), 0, b, warning);
+  expectResult(show({"b"}), 0, b, "");
+}
+
+TEST_F(ShowTest, NamesTheFilesThatAreNotThere) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n");
+  const CommandResult result = runAsItIs({"show", "--dir", "old", "a"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, onlyThere("old", "V3.user.oc"));
+}
+
+// While it exists, a resource of the process is limited.
+class Limited {
+ public:
+  Limited(decltype(RLIMIT_NOFILE) resource, rlim_t limit)
+      : m_resource(resource) {
+    getrlimit(m_resource, &m_before);
+    const rlimit after = {limit, m_before.rlim_max};
+    setrlimit(m_resource, &after);
+  }
+  ~Limited() { setrlimit(m_resource, &m_before); }
+
+  Limited(const Limited &) = delete;
+  Limited &operator=(const Limited &) = delete;
+
+ private:
+  const decltype(RLIMIT_NOFILE) m_resource;
+  rlimit m_before{};
+};
+
+// The lowest descriptor that is free.
+int nextDescriptor() {
+  const int descriptor = dup(STDOUT_FILENO);
+  close(descriptor);
+  return descriptor;
+}
+
+TEST(SchemaLineTest, WithoutRoomIsTroubleAndLeavesNoFileOpen) {
+  ObjectClass definition;
+  const int next = nextDescriptor();
+  const auto troubleWith = [&definition](auto resource, rlim_t limit) {
+    const Limited limited(resource, limit);
+    return troubleOf([&definition] { return schemaLine(&definition); });
+  };
+  EXPECT_EQ(troubleWith(RLIMIT_NOFILE, static_cast<rlim_t>(next)),
+            "error: cannot make a file in memory: Too many open files");
+  EXPECT_EQ(troubleWith(RLIMIT_NOFILE, static_cast<rlim_t>(next) + 1),
+            "error: cannot open a file in memory: Too many open files");
+  const auto before = signal(SIGXFSZ, SIG_IGN);
+  EXPECT_EQ(troubleWith(RLIMIT_FSIZE, 0),
+            "error: cannot write a file in memory: File too large");
+  signal(SIGXFSZ, before);
+  EXPECT_EQ(nextDescriptor(), next);
+}
+
+TEST_F(ShowTest, WarnsOfWhatTheKeysLeadToAlone) {
+  write("old/V3.user.oc",
+        "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n"
+        "objectclasses=( 1.2 NAME ( 'A' 'alias' ) AUXILIARY )\n"
+        "objectclasses=( 1.2 NAME 'a' AUXILIARY )\n"
+        "objectclasses=( 1.3 NAME 'b' ABSTRACT )\n"
+        "objectclasses { ( NAME 'b' ABSTRACT ) }\n");
+  const std::string byOid =
+      "old/V3.user.oc:2: warning: object class 'A' (1.2) is found by its OID "
+      "only: old/V3.user.oc:1 defines the same first name\n";
+  const std::string ignored =
+      "old/V3.user.oc:3: warning: object class 'a' (1.2) is ignored: "
+      "old/V3.user.oc:1 defines the same first name\n";
+  const std::string noOid =
+      "old/V3.user.oc:5: warning: object class 'b' () is ignored: it has no "
+      "OID\n";
+  EXPECT_EQ(show({"1.1"}).error, "");
+  EXPECT_EQ(show({"1.2"}).error, byOid + ignored);
+  EXPECT_EQ(show({"ALIAS"}).error, byOid);
+  EXPECT_EQ(show({"a"}).error, byOid + ignored);
+  EXPECT_EQ(show({"B"}).error, noOid);
+  EXPECT_EQ(show({"b", "alias", "1.2"}).error, byOid + ignored + noOid);
+}
+
+TEST_F(ShowTest, AllAttributeTypesThatAKeyLeadsTo) {
+  write("old/V3.user.at",
+        "attributetypes=( 1.1 NAME 'a' SYNTAX 2.1 )\n"
+        "attributetypes=( 1.2 NAME 'A' SYNTAX 2.2 )\n"  // by its OID only
+        "attributetypes=( 1.1 NAME ( 'b' 'a' ) SYNTAX 2.3 )\n");
+  const auto shown = [](const std::string &place, const std::string &oid,
+                        const std::string &names, const std::string &quoted,
+                        const std::string &syntax) {
+    return place + dumpOf(oid, names, "", syntax) + "attributetypes=( " + oid +
+           " NAME ( " + quoted + "  ) SYNTAX " + syntax +
+           " USAGE userApplications  )\nno storage definition\n\n";
+  };
+  const std::string a = shown("attribute type 'a' (1.1), old/V3.user.at:1\n",
+                              "1.1", "a ", "'a'", "2.1");
+  const std::string second =
+      shown("attribute type 'A' (1.2), old/V3.user.at:2\n", "1.2", "A ", "'A'",
+            "2.2");
+  const std::string b = shown("attribute type 'b' (1.1), old/V3.user.at:3\n",
+                              "1.1", "b a ", "'b' 'a'", "2.3");
+  const std::string warning =
+      "old/V3.user.at:2: warning: attribute type 'A' (1.2) is found by its OID "
+      "only: old/V3.user.at:1 defines the same first name\n";
+  expectResult(show({"a"}), 0, a + b + second, warning);
+  expectResult(show({"1.1"}), 0, a + b, "");
+  expectResult(show({"1.2"}), 0, second, warning);
+  expectResult(show({"b"}), 0, b, "");
+}
+
+TEST_F(ShowTest, AStorageDefinitionBehindAnObjectClassWithItsOid) {
+  write("old/V3.user.oc",
+        "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n"
+        "QORAttributetypes=( 1.1 DBNAME ( 'column' ) LENGTH 4 )\n");
+  const std::string a = "object class 'a' (1.1), old/V3.user.oc:1\n" +
+                        dumpOf({"1.1", "a ", "", "ABSTRACT", "", ""}) +
+                        "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n\n";
+  expectResult(show({"1.1"}), 0,
+               a + "storage definition (1.1), old/V3.user.oc:2\n" +
+                   storage("1.1", "column", "4"),
+               "");
+  expectResult(show({"a"}), 0, a, "");
+}
+
+// Some write a word in place of an OID. Its case counts.
+TEST_F(ShowTest, AWordInPlaceOfAnOid) {
+  write("old/V3.user.at",
+        "attributetypes=( Cn-OID NAME 'cn' SYNTAX 2.1 )\n"
+        "QORAttributetypes=( Cn-OID DBNAME ( 'x' ) LENGTH 4 )\n"
+        "QORAttributetypes=( Sn-OID DBNAME ( 'y' ) LENGTH 5 )\n");
+  const std::string type =
+      "attribute type 'cn' (Cn-OID), old/V3.user.at:1\n" +
+      dumpOf("Cn-OID", "cn ", "", "2.1") +
+      "attributetypes=( Cn-OID NAME ( 'cn'  ) SYNTAX 2.1 USAGE "
+      "userApplications  )\n"
+      "storage definition (Cn-OID), old/V3.user.at:2\n" +
+      storage("Cn-OID", "x", "4");
+  const std::string alone = "storage definition (Sn-OID), old/V3.user.at:3\n" +
+                            storage("Sn-OID", "y", "5");
+  expectResult(show({"Cn-OID", "Sn-OID"}), 0, type + alone, "");
+  expectResult(show({"CN-oid", "Sn-OID"}), 1, alone,
+               "old: error: nothing is called 'CN-oid'; did you mean 'Cn-OID' "
+               "or 'Sn-OID'?\n");
 }
 
 TEST_F(ShowTest, SeveralKeysInTheirOrder) {
@@ -329,6 +523,8 @@ TEST_F(ShowTest, SeveralKeysInTheirOrder) {
   expectResult(show({"b", "unknown", "a", "other"}), 1, b + a,
                "old: error: nothing is called 'unknown'\n"
                "old: error: nothing is called 'other'\n");
+  expectResult(show({"unknown", "a"}), 1, a,
+               "old: error: nothing is called 'unknown'\n");
 }
 
 TEST_F(ShowTest, AnUnknownNameWithTheNearestOnes) {
@@ -341,12 +537,13 @@ TEST_F(ShowTest, AnUnknownNameWithTheNearestOnes) {
     const char *key;
     const char *nearest;
   } kCases[] = {
-      {"telefonNumber", "; did you mean 'telephoneNumber'"},
-      {"COMMONNAMES", "; did you mean 'commonName'"},
-      {"cm", "; did you mean 'C' or 'cn' or 'co'"},
-      {"1.1", "; did you mean '1.11' or '1.12' or '1.13'"},
+      {"telefonNumber", "; did you mean 'telephoneNumber'?"},
+      {"COMMONNAMES", "; did you mean 'commonName'?"},
+      {"cm", "; did you mean 'C' or 'cn' or 'co'?"},
+      {"tele", "; did you mean 'telephoneNumber'?"},
+      {"1.1", "; did you mean '1.11' or '1.12' or '1.13'?"},
       {"nothing", ""},
-      {"", "; did you mean 'C'"},
+      {"", ""},
   };
   for (const auto &[key, nearest] : kCases) {
     SCOPED_TRACE(key);
@@ -404,7 +601,7 @@ TEST(ShowExamplesTest, AClassWithItsSuperiorsAndATypeWithItsStorage) {
                               "commonName", "uids"}),
                1, kShownExamples,
                "new-release: error: nothing is called 'uids'; did you mean "
-               "'uid'\n");
+               "'uid'?\n");
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 #include "TraceFile.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
@@ -149,6 +151,17 @@ class TraceFileTest : public MigrateTest {
  protected:
   TraceFileTest() { write("old/V3.user.oc", kClassFile); }
 
+  // What a run says of the files that are not there.
+  static std::string warningsOf(const Arguments &arguments) {
+    std::string warnings;
+    for (const std::string &argument : arguments) {
+      if (arguments[0] != "apply" && argument == "old") {
+        warnings += onlyThere("old", "V3.user.oc");
+      }
+    }
+    return warnings;
+  }
+
   // The trace of a run that must succeed.
   Arguments traceOf(Arguments arguments, const std::string &mask) const {
     arguments.insert(arguments.end(), {"--trace", "trace"});
@@ -157,7 +170,7 @@ class TraceFileTest : public MigrateTest {
     }
     const CommandResult result = run(arguments);
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.error, warningsOf(arguments));
     const std::string text = read("trace");
     fs::remove(path("trace"));
     return withoutTimes(text);
@@ -188,7 +201,7 @@ TEST_F(TraceFileTest, TheMaskSaysWhatIsTraced) {
       {{"0x4000000", "0x04000000", "67108864"}, beginning(kTrace, "=", false)},
       {{"0x04001000"}, kTrace},
       {{"0x04033000", "0xffffffff", "4294967295"}, kTrace},
-      {{"0", "1", "0x10000", "0x20000", "0xfbffcfff"}, {}},
+      {{"0x10000", "0x20000", "0xfbffcfff"}, {}},
   };
   for (const auto &[masks, trace] : kCases) {
     for (const std::string &mask : masks) {
@@ -236,6 +249,39 @@ TEST_F(TraceFileTest, TheWalksOfTablesHaveBitsOfTheirOwn) {
   EXPECT_EQ(masked("0x20000"), beginning(expected, "<", false));
 }
 
+// What the command asks the library to check on a migration is left out.
+TEST_F(TraceFileTest, OfAMigrationHoldsItsStepsAlone) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n");
+  write("new/V3.user.at", "");
+  Arguments begun;
+  for (const std::string &line :
+       traceOf({"apply", "--old", "old", "--new", "new", "--out", "out"}, "")) {
+    if (line.find("> SchemaManager::") != std::string::npos) {
+      begun.push_back(line);
+    }
+  }
+  Arguments expected = {
+      "> SchemaManager::readFile",
+      "> SchemaManager::readFile",
+      "> SchemaManager::compSchemas",
+      "  > SchemaManager::compAttrTables",
+      "  > SchemaManager::compQORAttrTables",
+      "  > SchemaManager::compObjTables",
+      "    > SchemaManager::getObjClass",
+      "    > SchemaManager::isExcluded",
+      "> SchemaManager::mergeSchemas",
+      "  > SchemaManager::mergeAttrs",
+      "  > SchemaManager::mergeQORAttrs",
+      "  > SchemaManager::mergeObjClasses",
+      "    > SchemaManager::findOidInSet",
+  };
+  for (int file = 0; file < 7; ++file) {
+    expected.insert(expected.end(), {"> SchemaManager::writeFile",
+                                     "  > SchemaManager::writeSetToFile"});
+  }
+  EXPECT_EQ(begun, expected);
+}
+
 TEST_F(TraceFileTest, EachCommandIsTraced) {
   write("old/V3.user.oc", "");
   const struct {
@@ -259,10 +305,23 @@ TEST_F(TraceFileTest, EachCommandIsTraced) {
   }
 }
 
+TEST_F(TraceFileTest, TheCommandsOwnQuestionsAreNotTraced) {
+  const Arguments reading(kTrace.begin(), kTrace.end() - 4);
+  Arguments readingBoth = reading;
+  readingBoth.insert(readingBoth.end(), reading.begin(), reading.end());
+  EXPECT_EQ(traceOf({"compare", "--old", "old", "--new", "old"}, ""),
+            readingBoth);
+  Arguments showing = reading;
+  showing.insert(showing.end(),
+                 {"> ObjectClass::dump()", "< ObjectClass::dump() 0"});
+  EXPECT_EQ(traceOf({"show", "--dir", "old", "1.1"}, ""), showing);
+}
+
 TEST_F(TraceFileTest, OfAnUnknownNameIsWritten) {
   Arguments arguments = {"show", "--dir", "old", "x", "--trace", "trace"};
   const CommandResult result = run(arguments);
-  expectResult(result, 1, "", "old: error: nothing is called 'x'\n");
+  expectResult(result, 1, "",
+               warningsOf(arguments) + "old: error: nothing is called 'x'\n");
   const Arguments trace = withoutTimes(read("trace"));
   EXPECT_EQ(trace, Arguments(kTrace.begin(), kTrace.end() - 4));
 }
@@ -272,25 +331,84 @@ TEST_F(TraceFileTest, OfARunThatFailsEndsThere) {
   const CommandResult result =
       run({"dump", "--dir", "old", "--trace", "trace"});
   EXPECT_EQ(result.status, 2);
-  // What was refused is not read by the library.
-  EXPECT_EQ(read("trace"), "");
+  // What was refused is not read by the library; so there is nothing to keep.
+  EXPECT_FALSE(fs::exists(path("trace")));
+
+  write("old/V3.user.at", kClassFile);
+  write("new/V3.user.at", "");
+  write("list", "1.1");
+  EXPECT_EQ(run({"collisions", "--old", "new", "--new", "new",
+                 "--excluded-oids", "list", "--trace", "trace"})
+                .status,
+            2);
+  EXPECT_NE(read("trace"), "");
+}
+
+TEST_F(TraceFileTest, ARunThatFailsRemovesNothingButItsOwnFile) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a'\n");
+  fs::create_symlink("/dev/null", path("null"));
+  fs::create_symlink("target", path("link"));
+  for (const char *trace : {"/dev/null", "null", "link"}) {
+    SCOPED_TRACE(trace);
+    EXPECT_EQ(run({"dump", "--dir", "old", "--trace", trace}).status, 2);
+    EXPECT_TRUE(fs::exists("/dev/null"));
+    EXPECT_TRUE(fs::is_symlink(path("null")));
+    EXPECT_TRUE(fs::is_symlink(path("link")));
+    EXPECT_FALSE(fs::exists(path("target")));
+  }
+}
+
+TEST_F(TraceFileTest, OfARunThatSucceedsStaysThoughEmpty) {
+  EXPECT_EQ(traceOf(kDump, "0x10000"), Arguments());
+}
+
+TEST_F(TraceFileTest, MustNotLieInTheResult) {
+  write("new/V3.user.at", "objectclasses=( 1.1 NAME 'a'\n");
+  fs::create_directory(path("empty"));
+  fs::create_directory_symlink("empty", path("link"));
+  const struct {
+    const char *out;
+    const char *trace;
+  } kCases[] = {
+      {"out", "out"},          {"out", "out/"},
+      {"out", "out/trace"},    {"out", "./new/../out/a/trace"},
+      {"out/", "out/trace"},   {"empty", "empty/trace"},
+      {"empty", "link/trace"}, {"link", "empty/trace"},
+  };
+  const auto before = snapshotOf(root());
+  for (const auto &[out, trace] : kCases) {
+    SCOPED_TRACE(trace);
+    expectResult(run({"apply", "--old", "old", "--new", "new", "--out", out,
+                      "--trace", trace}),
+                 2, "",
+                 std::string(trace) + ": error: expected a file outside " +
+                     out + ", found one inside\n");
+    EXPECT_EQ(snapshotOf(root()), before);
+  }
+  write("old/V3.user.oc", "");
+  write("new/V3.user.at", "");
+  const CommandResult result = run({"apply", "--old", "old", "--new", "new",
+                                    "--out", "out", "--trace", "out.trace"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
 }
 
 TEST_F(TraceFileTest, MustNotBeThere) {
   write("trace", "text\n");
+  fs::create_symlink("trace", path("link"));
   const struct {
     const char *trace;
     const char *error;
   } kCases[] = {
       {"trace",
        "trace: error: expected no file there for the trace, found one"},
+      {"link", "link: error: expected no file there for the trace, found one"},
       {"old/V3.user.oc",
        "old/V3.user.oc: error: expected no file there for the trace, found "
        "one"},
       {"old", "old: error: cannot open the file for the trace"},
       {"missing/trace",
        "missing/trace: error: cannot open the file for the trace"},
-      {"", ": error: cannot open the file for the trace"},
   };
   const auto before = snapshotOf(root());
   for (const auto &[trace, error] : kCases) {
@@ -303,7 +421,8 @@ TEST_F(TraceFileTest, MustNotBeThere) {
 }
 
 TEST_F(TraceFileTest, AFullDiskIsTrouble) {
-  const std::string error = "/dev/full: error: cannot write the trace\n";
+  const std::string error =
+      warningsOf(kDump) + "/dev/full: error: cannot write the trace\n";
   Arguments arguments = kDump;
   arguments.insert(arguments.end(), {"--trace", "/dev/full"});
   const CommandResult result = run(arguments);
@@ -336,11 +455,76 @@ TEST_F(TraceFileTest, WrongMasks) {
                          "nothing"
                        : "Could not convert: --trace-events = " + mask));
   }
+  for (const std::string mask : {"0", "1", "0x00000fff", "0xfbfccfff"}) {
+    SCOPED_TRACE(mask);
+    Arguments arguments = kDump;
+    arguments.insert(arguments.end(), {"--trace", "t", "--trace-events", mask});
+    expectResult(run(arguments), 2, "",
+                 usageError("--trace-events: the mask has none of the bits "
+                            "0x04033000, so that nothing would be traced"));
+  }
   Arguments arguments = kDump;
-  arguments.insert(arguments.end(), {"--trace-events", "1"});
+  arguments.insert(arguments.end(), {"--trace-events", "0x1000"});
   expectResult(run(arguments), 2, "",
                usageError("--trace-events requires --trace"));
   EXPECT_EQ(snapshotOf(root()), before);
+}
+
+// The time of day in microseconds.
+using Microseconds = std::chrono::microseconds;
+constexpr Microseconds kDay = std::chrono::hours(24);
+
+Microseconds timeOfDay(const std::string &line) {
+  int hours = 0;
+  int minutes = 0;
+  int seconds = 0;
+  int fraction = 0;
+  EXPECT_EQ(std::sscanf(line.c_str(), "%d:%d:%d.%d", &hours, &minutes, &seconds,
+                        &fraction),
+            4);
+  return std::chrono::hours(hours) + std::chrono::minutes(minutes) +
+         std::chrono::seconds(seconds) + Microseconds(fraction);
+}
+
+// In a zone that is ahead of UTC by `ahead`.
+Microseconds timeOfDayNow(Microseconds ahead) {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return (std::chrono::floor<Microseconds>(now) + ahead) % kDay;
+}
+
+// The zone is not UTC, and its hour has one digit.
+TEST_F(TraceFileTest, TellsTheLocalTimeOfDay) {
+  using std::chrono::hours;
+  const auto hour = std::chrono::floor<hours>(timeOfDayNow(hours(0)));
+  const hours aheadHours = (hours(26) - hour) % hours(24);
+  const auto ahead = aheadHours + std::chrono::minutes(13);
+  const std::string zone =
+      "AHEAD-" + std::to_string(aheadHours.count()) + ":13";
+
+  const Microseconds before = timeOfDayNow(ahead);
+  Arguments arguments = kDump;
+  arguments.insert(arguments.end(), {"--trace", "trace"});
+  const CommandResult result =
+      run(arguments, [&zone] { setenv("TZ", zone.c_str(), 1); });
+  const Microseconds after = timeOfDayNow(ahead);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(withoutTimes(read("trace")), kTrace);
+  EXPECT_LE(before, timeOfDay(read("trace")));
+  EXPECT_LE(timeOfDay(read("trace")), after);
+}
+
+TEST_F(TraceFileTest, AMessageIsOneLine) {
+  TraceFile trace(path("trace"), 0x04000000);
+  for (const char *text : {"text", "text\n\n", "", "\n"}) {
+    ldtr_formater_local(0x53051000, 0x03400000, nullptr)
+        .debug(0x04000000, "%s", text);
+  }
+  trace.close();
+  EXPECT_EQ(
+      withoutTimes(read("trace")),
+      (Arguments{
+          "= SchemaManager::readFile: text", "= SchemaManager::readFile: text",
+          "= SchemaManager::readFile: ", "= SchemaManager::readFile: "}));
 }
 
 TEST_F(TraceFileTest, EndsWithItsObject) {
@@ -359,7 +543,40 @@ TEST_F(TraceFileTest, EndsWithItsObject) {
   { TraceFile trace(path("second"), 0x3000); }
   EXPECT_EQ(trcEvents, 0U);
   ldtr_write(0x03200000, 0x53051000, nullptr);
-  EXPECT_EQ(read("second"), "");
+  EXPECT_FALSE(fs::exists(path("second")));
+}
+
+// Operations and walks of tables are asked for by bits of their own.
+TEST_F(TraceFileTest, ExitsWithoutEntriesLieWhereTheyAre) {
+  const auto enter = [](unsigned int id) {
+    ldtr_write(0x03200000, id, nullptr);
+  };
+  const auto leave = [](unsigned int id) {
+    ldtr_exit_errcode(id, 33, 0x1000, 0, nullptr);
+  };
+  {
+    TraceFile trace(path("trace"), 0x12000);
+    leave(1);
+    enter(2);
+    leave(3);
+    enter(4);
+    enter(4);
+    leave(3);
+    leave(2);
+    leave(4);
+    leave(4);
+    leave(3);
+    leave(2);
+    leave(2);
+    trace.close();
+  }
+  EXPECT_EQ(
+      withoutTimes(read("trace")),
+      (Arguments{"< 0x00000001 0", "> 0x00000002", "  < 0x00000003 0",
+                 "  > 0x00000004", "    > 0x00000004", "      < 0x00000003 0",
+                 "      < 0x00000002 0", "    < 0x00000004 0",
+                 "  < 0x00000004 0", "  < 0x00000003 0", "< 0x00000002 0",
+                 "< 0x00000002 0"}));
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ const char kD[] = "objectclasses=( 2.3 NAME 'd' ABSTRACT )\n";
 TEST_F(WithdrawTest, WhatAListOfNoneWithdraws) {
   for (const char *text : {"", "\n", "# 2.1\n"}) {
     write("list", text);
-    expectWithdrawals("");
+    expectWithdrawals("modified schema: list\n  no OID in the list\n");
     EXPECT_EQ(read("out/V3.modifiedschema"),
               std::string(kHeaderLine) + kType + kTypesStorage + kC + kD);
   }
@@ -126,7 +126,8 @@ TEST_F(WithdrawTest, OneThatOnlyItsOidLeadsTo) {
   expectWithdrawals(
       "modified schema: list\n"
       "  object class 'C' (2.6) was withdrawn\n",
-      "new/V3.modifiedschema:2: warning: object class 'C' (2.6) is ignored: "
+      "new/V3.modifiedschema:2: warning: object class 'C' (2.6) is found by "
+      "its OID only: "
       "new/V3.modifiedschema:1 defines the same first name\n");
   EXPECT_EQ(read("out/V3.modifiedschema"), std::string(kHeaderLine) + kC);
 }
@@ -147,6 +148,15 @@ TEST_F(WithdrawTest, WhatAnotherFileHoldsStaysThere) {
             std::string(kHeaderLine) +
                 "attributetypes=( 1.1 NAME ( 'carried'  ) SYNTAX 9.1 USAGE "
                 "userApplications  )\n");
+}
+
+TEST_F(WithdrawTest, WhereTheObjectClassStaysAndNotATypeWithItsOid) {
+  write("new/V3.config.at", "attributetypes=( 2.4 NAME 'x' SYNTAX 9.1 )\n");
+  write("list", "2.4\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  object class 'sys' (2.4) is not in V3.modifiedschema, and stays in "
+      "V3.system.oc\n");
 }
 
 TEST_F(WithdrawTest, AnOidThatIsAlsoRecordedForAnotherFileLeavesThisOne) {
@@ -205,6 +215,11 @@ TEST_F(WithdrawTest, ABadListIsTroubleAndNothingIsWritten) {
   std::filesystem::remove(path("list"));
   std::filesystem::create_directory(path("list"));
   fail("list: error: expected a regular file, found something else\n");
+}
+
+TEST_F(WithdrawTest, ABadListIsReportedBeforeConflicts) {
+  write("old/V3.user.oc", "objectclasses=( 1.2 NAME 'sys' ABSTRACT )\n");
+  expectResult(run(kApply), 2, "", "list: error: No such file or directory\n");
 }
 
 TEST_F(WithdrawTest, TheListOfTheExamples) {

@@ -1,11 +1,10 @@
 #include "Apply.h"
 
-#include <algorithm>
-#include <iterator>
 #include <system_error>
 
 #include "Conflicts.h"
 #include "Inventory.h"
+#include "OidList.h"
 #include "OutputDirectory.h"
 #include "ResultCheck.h"
 #include "SchemaManager.h"
@@ -21,31 +20,6 @@ Counts countEntries(const Inventory &inventory) {
     ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
   }
   return counts;
-}
-
-// The path with symbolic links resolved and without a slash at its end; empty
-// when it cannot be resolved.
-fs::path resolve(const fs::path &path) {
-  std::error_code ignored;
-  const fs::path resolved = fs::weakly_canonical(fs::absolute(path), ignored);
-  return resolved.has_filename() ? resolved : resolved.parent_path();
-}
-
-// The inputs are never written to, so the result cannot lie in one. (An input
-// that cannot be resolved cannot be read either, which is reported then.)
-void requireOutside(const fs::path &out, const fs::path &input) {
-  const fs::path inner = resolve(out);
-  const fs::path outer = resolve(input);
-  if (outer.empty()) {
-    return;
-  }
-  const auto ends =
-      std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
-  if (ends.first == outer.end()) {
-    throw Trouble(errorAt(out, 0,
-                          "expected a directory outside " + input.string() +
-                              ", found one inside"));
-  }
 }
 
 // Writes the files that the library can write, and copies the others from the
@@ -98,6 +72,24 @@ std::vector<Withdrawal> withdrawalsIn(const Inventory &written,
   return withdrawals;
 }
 
+// The definitions that no name leads to. The merge goes by names, so that of
+// the old installation it carries none of these.
+std::vector<std::string> warningsOf(const Schemas &schemas) {
+  std::vector<std::string> warnings;
+  const Inventory &oldFiles = schemas.oldFiles();
+  for (const Entry &entry : oldFiles.entries()) {
+    if (!entry.held()) {
+      warnings.push_back(
+          oldFiles.warningOf(entry) +
+          (oldFiles.isFoundByOidOnly(entry) ? "; it is not carried" : ""));
+    }
+  }
+  const std::vector<std::string> ofRelease =
+      schemas.newFiles().ignoredEntries();
+  warnings.insert(warnings.end(), ofRelease.begin(), ofRelease.end());
+  return warnings;
+}
+
 // Throws Trouble with these lines and an advice, if there are any.
 void requireNone(const std::vector<std::string> &errors, const char *advice) {
   if (errors.empty()) {
@@ -113,12 +105,16 @@ void requireNone(const std::vector<std::string> &errors, const char *advice) {
 }  // namespace
 
 ApplyResult apply(const ApplyOptions &options) {
-  requireOutside(options.outDirectory, options.oldDirectory);
-  requireOutside(options.outDirectory, options.newDirectory);
+  for (const fs::path &input : {options.oldDirectory, options.newDirectory}) {
+    requireOutside(input, options.outDirectory, "a directory");
+  }
 
   Schemas schemas(options.oldDirectory, options.newDirectory);
   if (options.excludedOids) {
     schemas.readExcludedOids(*options.excludedOids);
+  }
+  if (options.modifiedOids) {
+    readOidList(*options.modifiedOids);  // a bad list is reported first
   }
   schemas.compare();
   requireNone(findConflicts(&schemas),
@@ -142,11 +138,7 @@ ApplyResult apply(const ApplyOptions &options) {
     Counts &counts = result.fates[static_cast<std::size_t>(schemas.fates()[i])];
     ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
   }
-  for (const Inventory *files : {&schemas.oldFiles(), &schemas.newFiles()}) {
-    const std::vector<std::string> ignored = files->ignoredEntries();
-    result.warnings.insert(result.warnings.end(), ignored.begin(),
-                           ignored.end());
-  }
+  result.warnings = warningsOf(schemas);
 
   OutputDirectory out(options.outDirectory);
   writeFiles(out.working(), &schemas);
