@@ -34,7 +34,7 @@ class CollisionsTest : public ReadingCommandTest {
 
 TEST_F(CollisionsTest, HelpHoldsAnExample) {
   expectResult(
-      read({"collisions", "--help"}), 0,
+      runReading({"collisions", "--help"}), 0,
       std::string("Report the definitions of an old installation that collide "
                   "with a new release.\n"
                   "Usage: schema-migrate collisions [OPTIONS]\n\n") +
@@ -65,13 +65,13 @@ TEST_F(CollisionsTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
 }
 
 TEST_F(CollisionsTest, NoneOfEmptyFiles) {
   writeBoth("", "");
-  expectResult(read(kCollisions), 0,
+  expectResult(runReading(kCollisions), 0,
                std::string(kNoClass) + kNoType + kNoStorage, "");
 }
 
@@ -85,7 +85,7 @@ TEST_F(CollisionsTest, NoneOfWhatIsIdenticalOrOnOneSide) {
       "objectclasses=( 1.2 NAME 'C' ABSTRACT )\n"
       "QORAttributetypes=( 1.1 LENGTH 4 )\n"
       "attributetypes=( 1.4 NAME 'theirs' DESC 'x' )\n");
-  expectResult(read(kCollisions), 0,
+  expectResult(runReading(kCollisions), 0,
                std::string(kNoClass) + kNoType + kNoStorage, "");
 }
 
@@ -112,7 +112,7 @@ TEST_F(CollisionsTest, OneKindIsEnough) {
   for (const auto &[oldText, newText, out] : kCases) {
     SCOPED_TRACE(oldText);
     writeBoth(oldText, newText);
-    expectResult(read(kCollisions), 1, out, "");
+    expectResult(runReading(kCollisions), 1, out, "");
   }
 }
 
@@ -136,7 +136,7 @@ TEST_F(CollisionsTest, AllKindsInTheOrderOfTheirKeys) {
                           kTypes + one("1.3", "a") + one("1.2", "b") +
                           one("1.1", "C") + kStorage + one("1.1", "") +
                           one("1.2", "");
-  expectResult(read(kCollisions), 1, out, "");
+  expectResult(runReading(kCollisions), 1, out, "");
 }
 
 TEST_F(CollisionsTest, WhatIsExcludedDoesNotCollide) {
@@ -152,18 +152,18 @@ TEST_F(CollisionsTest, WhatIsExcludedDoesNotCollide) {
       "objectclasses=( 1.3 NAME 'd' AUXILIARY )\n");
   Arguments arguments = kCollisions;
   arguments.insert(arguments.end(), {"--excluded-oids", "list"});
-  expectResult(read(arguments), 1,
+  expectResult(runReading(arguments), 1,
                kClasses + one("1.3", "d") + kNoType + kNoStorage, "");
   write("list", "1.1\n1.2\n1.3\n");
-  expectResult(read(arguments), 0, std::string(kNoClass) + kNoType + kNoStorage,
-               "");
+  expectResult(runReading(arguments), 0,
+               std::string(kNoClass) + kNoType + kNoStorage, "");
 }
 
 TEST_F(CollisionsTest, WarnsOfWhatIsIgnored) {
   writeBoth("",
             "QORAttributetypes=( 1.1 LENGTH 4 )\n"
             "QORAttributetypes=( 1.1 LENGTH 5 )\n");
-  expectResult(read(kCollisions), 0,
+  expectResult(runReading(kCollisions), 0,
                std::string(kNoClass) + kNoType + kNoStorage,
                "new/V3.system.at:2: warning: storage definition (1.1) is "
                "ignored: new/V3.system.at:1 defines the same OID\n");

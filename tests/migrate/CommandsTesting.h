@@ -67,7 +67,7 @@ inline CommandResult runOnExamples(const Arguments &arguments) {
 // A test that also makes sure that the command has changed nothing.
 class ReadingCommandTest : public MigrateTest {
  protected:
-  CommandResult read(const Arguments &arguments) const {
+  CommandResult runReading(const Arguments &arguments) const {
     const auto before = snapshotOf(root());
     CommandResult result = run(arguments, withoutLeakCheck);
     EXPECT_EQ(snapshotOf(root()), before);

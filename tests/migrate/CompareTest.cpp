@@ -47,7 +47,7 @@ class CompareTest : public ReadingCommandTest {
 
 TEST_F(CompareTest, HelpHoldsAnExample) {
   expectResult(
-      read({"compare", "--help"}), 0,
+      runReading({"compare", "--help"}), 0,
       std::string("Say what is identical in two schemas, what differs and in "
                   "what fields, and what only one of them has.\n"
                   "Usage: schema-migrate compare [OPTIONS]\n\n") +
@@ -83,13 +83,13 @@ TEST_F(CompareTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
 }
 
 TEST_F(CompareTest, OfEmptyFilesAllIsEqual) {
   writeBoth("", "");
-  expectResult(read(kCompare), 0, sections({}, {}, {}, {}, {}), "");
+  expectResult(runReading(kCompare), 0, sections({}, {}, {}, {}, {}), "");
 }
 
 TEST_F(CompareTest, AgainstAnEmptyFileAllIsOnOneSide) {
@@ -106,9 +106,11 @@ TEST_F(CompareTest, AgainstAnEmptyFileAllIsOnOneSide) {
                      "storage definition (1.1)" + file + "3"};
   };
   writeBoth(kText, "");
-  expectResult(read(kCompare), 1, sections({}, {}, side("old"), {}, {}), "");
+  expectResult(runReading(kCompare), 1, sections({}, {}, side("old"), {}, {}),
+               "");
   writeBoth("", kText);
-  expectResult(read(kCompare), 1, sections({}, {}, {}, side("new"), {}), "");
+  expectResult(runReading(kCompare), 1, sections({}, {}, {}, side("new"), {}),
+               "");
 }
 
 TEST_F(CompareTest, ADirectoryIsEqualToItself) {
@@ -116,7 +118,7 @@ TEST_F(CompareTest, ADirectoryIsEqualToItself) {
         "QORAttributetypes=( 1.1 LENGTH 4 )\n"
         "attributetypes=( 1.1 NAME 'a' DESC 'x' )");
   write("old/V3.modifiedschema", "objectclasses=( 1.2 NAME 'c' ABSTRACT )");
-  expectResult(read({"compare", "--old", "old", "--new", "old"}), 0,
+  expectResult(runReading({"compare", "--old", "old", "--new", "old"}), 0,
                sections({"attribute type 'a' (1.1)", "object class 'c' (1.2)",
                          "storage definition (1.1)"},
                         {}, {}, {}, {}),
@@ -153,7 +155,7 @@ TEST_P(CompareFieldTest, ThatDiffersAloneIsNamed) {
   const FieldCase &one = GetParam();
   writeBoth(line(one.oldText), '\n' + line(one.newText));
   const std::string place = ", old/V3.user.at:1 and new/V3.user.at:2";
-  expectResult(read(kCompare), 1,
+  expectResult(runReading(kCompare), 1,
                sections({}, {one.definition + place + one.fields}, {}, {}, {}),
                "");
 }
@@ -161,8 +163,8 @@ TEST_P(CompareFieldTest, ThatDiffersAloneIsNamed) {
 TEST_P(CompareFieldTest, IsEqualToItself) {
   const FieldCase &one = GetParam();
   writeBoth(line(one.oldText), line(one.oldText));
-  expectResult(read(kCompare), 0, sections({one.definition}, {}, {}, {}, {}),
-               "");
+  expectResult(runReading(kCompare), 0,
+               sections({one.definition}, {}, {}, {}, {}), "");
 }
 
 const FieldCase kAttributeFields[] = {
@@ -268,7 +270,7 @@ TEST_F(CompareTest, ListsAreSetsInAnyOrderAndCase) {
   for (const auto &[oldText, newText] : kCases) {
     SCOPED_TRACE(oldText);
     writeBoth(oldText, newText);
-    expectResult(read(kCompare), 0,
+    expectResult(runReading(kCompare), 0,
                  sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}), "");
   }
   writeBoth(
@@ -276,7 +278,7 @@ TEST_F(CompareTest, ListsAreSetsInAnyOrderAndCase) {
       "QORAttributetypes=( 1.1 DBNAME ( 'a' 'b' ) )\n",
       "objectclasses=( 1.1 SUP ( Y $ X ) MUST ( b $ a ) MAY ( d $ C ) )\n"
       "QORAttributetypes=( 1.1 DBNAME ( 'B' 'A' ) )\n");
-  expectResult(read(kCompare), 0,
+  expectResult(runReading(kCompare), 0,
                sections({"object class (1.1)", "storage definition (1.1)"}, {},
                         {}, {}, {}),
                "");
@@ -286,7 +288,7 @@ TEST_F(CompareTest, NotTheFileNorTheLayoutMatters) {
   write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
   write("new/V3.system.at",
         "# moved\nattributetypes {\n( 1.1\n  NAME ( 'A' )\n DESC 'x'\n)\n}\n");
-  expectResult(read(kCompare), 0,
+  expectResult(runReading(kCompare), 0,
                sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}), "");
 }
 
@@ -305,13 +307,13 @@ TEST_F(CompareTest, AnOldDefinitionWithAnExcludedOidIsNotCompared) {
   const Arguments excluded = {"attribute type 'same' (1.1), old/V3.user.at:1",
                               "object class 'differs' (1.3), old/V3.user.at:3",
                               "storage definition (1.4), old/V3.user.at:4"};
-  expectResult(read(arguments), 0,
+  expectResult(runReading(arguments), 0,
                sections({"attribute type 'other' (1.2)"}, {}, {}, {}, excluded),
                "");
 
   write("new/V3.user.oc", "objectclasses=( 1.5 NAME 'new' ABSTRACT )\n");
   expectResult(
-      read(arguments), 1,
+      runReading(arguments), 1,
       sections({"attribute type 'other' (1.2)"}, {}, {},
                {"object class 'new' (1.5), new/V3.user.oc:1"}, excluded),
       "");
@@ -320,7 +322,7 @@ TEST_F(CompareTest, AnOldDefinitionWithAnExcludedOidIsNotCompared) {
 TEST_F(CompareTest, ARenamedDefinitionIsOnEachSide) {
   writeBoth("attributetypes=( 1.1 NAME 'a' DESC 'x' )",
             "attributetypes=( 1.1 NAME 'b' DESC 'x' )");
-  expectResult(read(kCompare), 1,
+  expectResult(runReading(kCompare), 1,
                sections({}, {}, {"attribute type 'a' (1.1), old/V3.user.at:1"},
                         {"attribute type 'b' (1.1), new/V3.user.at:1"}, {}),
                "");
@@ -332,7 +334,7 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
       "attributetypes=( 1.2 NAME 'A' DESC 'y' )\n",
       "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
       "objectclasses { ( NAME 'c' ABSTRACT ) }\n");
-  expectResult(read(kCompare), 0,
+  expectResult(runReading(kCompare), 0,
                sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}),
                "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
                "ignored: old/V3.user.at:1 defines the same first name\n"

@@ -108,13 +108,13 @@ class DumpTest : public ReadingCommandTest {
   CommandResult dump(const Arguments &more) const {
     Arguments arguments = {"dump", "--dir", "old"};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    return read(arguments);
+    return runReading(arguments);
   }
 };
 
 TEST_F(DumpTest, HelpHoldsAnExample) {
   expectResult(
-      read({"dump", "--help"}), 0,
+      runReading({"dump", "--help"}), 0,
       std::string("Print the library's diagnostic dumps of a schema.\n"
                   "Usage: schema-migrate dump [OPTIONS]\n\n") +
           kCommonOptionsHelp +
@@ -234,7 +234,7 @@ TEST_F(DumpTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
 }
 

@@ -52,13 +52,13 @@ class ShowTest : public ReadingCommandTest {
   CommandResult show(const Arguments &keys) const {
     Arguments arguments = {"show", "--dir", "old"};
     arguments.insert(arguments.end(), keys.begin(), keys.end());
-    return read(arguments);
+    return runReading(arguments);
   }
 };
 
 TEST_F(ShowTest, HelpHoldsAnExample) {
   expectResult(
-      read({"show", "--help"}), 0,
+      runReading({"show", "--help"}), 0,
       std::string("Show definitions with their superiors, what they inherit, "
                   "and how they are stored.\n"
                   "Usage: schema-migrate show [OPTIONS] name...\n\n"
@@ -90,7 +90,7 @@ TEST_F(ShowTest, WrongUsageAndBadInputAreTrouble) {
   };
   for (const auto &[arguments, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(read(arguments), 2, "", error);
+    expectResult(runReading(arguments), 2, "", error);
   }
   const CommandResult endless = show({"a"});
   EXPECT_EQ(endless.status, 2);
