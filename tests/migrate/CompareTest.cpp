@@ -340,6 +340,11 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
                "ignored: old/V3.user.at:1 defines the same first name\n"
                "new/V3.user.at:2: warning: object class 'c' () is ignored: it "
                "has no OID\n");
+  // Not before all is read.
+  Arguments arguments = kCompare;
+  arguments.insert(arguments.end(), {"--excluded-oids", "list"});
+  expectResult(runReading(arguments), 2, "",
+               "list: error: No such file or directory\n");
 }
 
 }  // namespace

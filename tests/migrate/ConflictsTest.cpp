@@ -260,7 +260,25 @@ TEST_F(ConflictsTest, TheStorageOfARepeatedTypeIsOne) {
 TEST_F(ConflictsTest, TheStorageOfATypeThatAClassHidesIsOne) {
   writeAll({{"old/V3.user.at", storage("1.1")},
             {"new/V3.user.at", type("1.1", "a") + objectClass("1.1", "k")}});
-  EXPECT_EQ(conflicts().size(), 1U);
+  EXPECT_EQ(conflicts(),
+            (Lines{"old/V3.user.at:1: error: storage definition (1.1) cannot "
+                   "be carried: the release has this OID with another "
+                   "definition: new/V3.user.at:2, object class 'k' (1.1)"}));
+}
+
+TEST_F(ConflictsTest, OfTwoDefinitionsInTheWayTheAttributeTypeIsNamed) {
+  writeAll(
+      {{"old/V3.user.at", type("1.1", "b")},
+       {"old/V3.user.oc", objectClass("1.2", "l")},
+       {"new/V3.user.oc", objectClass("1.1", "k") + type("1.1", "a") +
+                              objectClass("1.2", "m") + type("1.2", "c")}});
+  EXPECT_EQ(conflicts(),
+            (Lines{"old/V3.user.at:1: error: attribute type 'b' (1.1) cannot "
+                   "be carried: the release has this OID with another "
+                   "definition: new/V3.user.oc:2, attribute type 'a' (1.1)",
+                   "old/V3.user.oc:1: error: object class 'l' (1.2) cannot be "
+                   "carried: the release has this OID with another definition: "
+                   "new/V3.user.oc:4, attribute type 'c' (1.2)"}));
 }
 
 TEST_F(ConflictsTest, WhatTheReleaseCanTakeIsNone) {
@@ -286,6 +304,30 @@ TEST_F(ConflictsTest, AnObjectClassWithoutNameIsOne) {
                                 "cannot be carried: it has no name"}));
   writeAll({{"new/V3.user.oc", "objectclasses=( 1.1 ABSTRACT )\n"}});
   EXPECT_EQ(conflicts(), Lines());
+}
+
+// What is copied or withdrawn is not written, and a second one without name is.
+TEST_F(ConflictsTest, OfTheReleaseOnlyWhatIsWrittenNeedsAName) {
+  const auto nameless = [](const std::string &oid) {
+    return "objectclasses=( " + oid + " ABSTRACT )\n";
+  };
+  writeAll({{"old/V3.user.at", ""},
+            {"new/V3.user.oc", nameless("1.1") + nameless("1.2")},
+            {"new/V3.config.oc", nameless("1.3")},
+            {"new/V3.modifiedschema", nameless("1.4") + nameless("1.5")},
+            {"list", "1.2 1.4\n"}});
+  const Lines found = leaksDefinitions([this] {
+    Schemas schemas(path("old"), path("new"));
+    schemas.compare();
+    schemas.merge();
+    schemas.withdraw(path("list"));
+    return relative(findUnwritable(schemas));
+  });
+  const std::string end = " cannot be written: it has no name";
+  EXPECT_EQ(found, (Lines{"new/V3.user.oc:1: error: object class (1.1)" + end,
+                          "new/V3.user.oc:2: error: object class (1.2)" + end,
+                          "new/V3.modifiedschema:2: error: object class (1.5)" +
+                              end}));
 }
 
 TEST_F(ConflictsTest, TheNamesOfOtherKindsAreFree) {

@@ -204,6 +204,15 @@ TEST_F(DumpTest, OfAnEmptySchema) {
                "QORAttributeTable contains:\nKey\nValue\n\n", "");
 }
 
+TEST_F(DumpTest, WarnsOfWhatIsIgnored) {
+  write("old/V3.user.at",
+        "QORAttributetypes=( 1.1 LENGTH 4 )\n"
+        "QORAttributetypes=( 1.1 LENGTH 5 )\n");
+  expectResult(dump({"--table", "excluded"}), 0, kNoneExcluded,
+               "old/V3.user.at:2: warning: storage definition (1.1) is "
+               "ignored: old/V3.user.at:1 defines the same OID\n");
+}
+
 TEST_F(DumpTest, WrongUsageAndBadInputAreTrouble) {
   writeSchema();
   write("list", "1.1");

@@ -90,6 +90,14 @@ TEST_F(OutputDirectoryTest, AppearsWhenCommitted) {
   EXPECT_EQ(read("out/two"), "");
 }
 
+// As any directory that is made, it is open to whom the umask leaves it.
+TEST_F(OutputDirectoryTest, HasThePermissionsThatTheUmaskLeaves) {
+  const mode_t before = umask(027);
+  OutputDirectory(path("out")).commit();
+  umask(before);
+  EXPECT_EQ(fs::status(path("out")).permissions(), fs::perms(0750));
+}
+
 TEST_F(OutputDirectoryTest, MayBeEmptyWhenCommitted) {
   OutputDirectory(path("out")).commit();
   EXPECT_EQ(namesIn(root()), Names{"out"});
@@ -251,10 +259,28 @@ TEST_F(OutputDirectoryTest, FailsToCommitWhatDoesNotReachTheDisk) {
   EXPECT_EQ(namesIn(root()), Names());
 }
 
+TEST_F(OutputDirectoryTest, LeavesNoFileOpen) {
+  const Names before = namesIn("/proc/self/fd");
+  {
+    OutputDirectory out(path("out"));
+    writeFile(out.working() / "file", "text");
+    out.commit();
+  }
+  {
+    OutputDirectory out(path("other"));
+    fs::create_symlink("/proc/version", out.working() / "file");
+    commitTrouble(&out);
+  }
+  EXPECT_EQ(namesIn("/proc/self/fd"), before);
+}
+
 TEST_F(OutputDirectoryTest, FailsToCommitWhenItsFilesAreGone) {
   OutputDirectory out(path("out"));
   fs::remove_all(out.working());
-  EXPECT_THROW(out.commit(), Trouble);
+  EXPECT_EQ(commitTrouble(&out),
+            workingName("out") +
+                ": error: cannot read the directory: No such file or "
+                "directory");
   EXPECT_EQ(namesIn(root()), Names());
 }
 

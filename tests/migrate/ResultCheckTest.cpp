@@ -213,12 +213,46 @@ TEST_F(ResultCheckTest, FindsWhatOnlyItsOidLeadsTo) {
   write("new/V3.user.at",
         "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
         "attributetypes=( 1.2 NAME 'a' DESC 'y' )\n");
+  write("new/V3.user.oc",
+        "objectclasses=( 2.1 NAME 'k' ABSTRACT )\n"
+        "objectclasses=( 2.2 NAME 'k' AUXILIARY )\n");
   EXPECT_EQ(linesOf(lossesOfRepeats()), Lines());
-  const std::string text = read("out/V3.user.at");
-  write("out/V3.user.at", text.substr(0, text.find("attributetypes=( 1.2")));
-  const Losses found = leaksDefinitions([this] { return losses(); });
-  EXPECT_EQ(relative(linesOf(found)),
-            lost("new/V3.user.at:2: error: attribute type 'a' (1.2)"));
+  const struct {
+    const char *file;
+    const char *from;
+    const char *to;
+    const char *lost;
+  } kCases[] = {
+      {"V3.user.at", "( 1.2", "( 1.3",
+       "new/V3.user.at:2: error: attribute type 'a' (1.2)"},
+      {"V3.user.at", "'y'", "'z'",
+       "new/V3.user.at:2: error: attribute type 'a' (1.2)"},
+      {"V3.user.oc", "( 2.2", "( 2.3",
+       "new/V3.user.oc:2: error: object class 'k' (2.2)"},
+      {"V3.user.oc", "AUXILIARY", "STRUCTURAL",
+       "new/V3.user.oc:2: error: object class 'k' (2.2)"},
+  };
+  for (const auto &one : kCases) {
+    const Lines found = leaksDefinitions(
+        [&] { return lossesAfter(one.file, one.from, one.to); });
+    EXPECT_EQ(found, lost(one.lost)) << one.from << " to " << one.to;
+  }
+}
+
+// A release's definition that nothing repeats has no excuse, either.
+TEST_F(ResultCheckTest, FindsWhatTheReleaseHasInAnotherForm) {
+  write("old/V3.user.at", "");
+  write("new/V3.user.at",
+        "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+        "QORAttributetypes=( 1.1 LENGTH 4 )\n");
+  write("new/V3.user.oc", "objectclasses=( 2.1 NAME 'k' ABSTRACT )\n");
+  migrate();
+  EXPECT_EQ(lossesAfter("V3.user.at", "'x'", "'y'"),
+            lost("new/V3.user.at:1: error: attribute type 'a' (1.1)"));
+  EXPECT_EQ(lossesAfter("V3.user.at", "LENGTH 4", "LENGTH 5"),
+            lost("new/V3.user.at:2: error: storage definition (1.1)"));
+  EXPECT_EQ(lossesAfter("V3.user.oc", "ABSTRACT", "AUXILIARY"),
+            lost("new/V3.user.oc:1: error: object class 'k' (2.1)"));
 }
 
 // That a definition repeats is no excuse for its loss from all files.

@@ -242,7 +242,7 @@ TEST_F(ShowTest, ACycleOfSuperiorsOnce) {
 TEST_F(ShowTest, AMissingSuperiorOfSeveralOnce) {
   write("old/V3.user.oc",
         "objectclasses=( 1.1 NAME 'a' SUP ( b $ gone ) ABSTRACT )\n"
-        "objectclasses=( 1.2 NAME 'b' SUP gone ABSTRACT )\n");
+        "objectclasses=( 1.2 NAME 'b' SUP GONE ABSTRACT )\n");
   expectResult(show({"a"}), 0,
                "object class 'a' (1.1), old/V3.user.oc:1\n" +
                    dumpOf({"1.1", "a ", "b gone ", "ABSTRACT", "", ""}) +
@@ -271,13 +271,26 @@ TEST_F(ShowTest, ASuperiorWithoutName) {
 TEST_F(ShowTest, ASuperiorIsTheOneWithTheFirstNameRatherThanAnAlias) {
   write("old/V3.user.oc",
         "objectclasses=( 1.1 NAME ( 'a' 'top' ) ABSTRACT )\n"
-        "objectclasses=( 1.2 NAME 'top' ABSTRACT )\n"
-        "objectclasses=( 1.3 NAME 'x' SUP top )\n");
+        "objectclasses=( 1.2 NAME 'Top' ABSTRACT )\n"
+        "objectclasses=( 1.3 NAME 'x' SUP tOP )\n");
   expectResult(show({"x"}), 0,
                "object class 'x' (1.3), old/V3.user.oc:3\n" +
-                   dumpOf({"1.3", "x ", "top ", "STRUCTURAL", "", ""}) +
-                   "objectclasses=( 1.3 NAME 'x' SUP ( top ) STRUCTURAL )\n"
-                   "superior object class 'top' (1.2), old/V3.user.oc:2\n\n",
+                   dumpOf({"1.3", "x ", "tOP ", "STRUCTURAL", "", ""}) +
+                   "objectclasses=( 1.3 NAME 'x' SUP ( tOP ) STRUCTURAL )\n"
+                   "superior object class 'Top' (1.2), old/V3.user.oc:2\n\n",
+               "");
+}
+
+TEST_F(ShowTest, ASuperiorThatIsAnAliasOfTwoIsTheFirstByName) {
+  write("old/V3.user.oc",
+        "objectclasses=( 1.1 NAME ( 'b' 'alias' ) ABSTRACT )\n"
+        "objectclasses=( 1.2 NAME ( 'a' 'alias' ) ABSTRACT )\n"
+        "objectclasses=( 1.3 NAME 'x' SUP alias )\n");
+  expectResult(show({"x"}), 0,
+               "object class 'x' (1.3), old/V3.user.oc:3\n" +
+                   dumpOf({"1.3", "x ", "alias ", "STRUCTURAL", "", ""}) +
+                   "objectclasses=( 1.3 NAME 'x' SUP ( alias ) STRUCTURAL )\n"
+                   "superior object class 'a' (1.2), old/V3.user.oc:2\n\n",
                "");
 }
 
@@ -314,6 +327,66 @@ TEST_F(ShowTest, AllDefinitionsThatAKeyLeadsTo) {
   expectResult(show({"b"}), 0, b, warning);
 }
 
+TEST_F(ShowTest, AllAttributeTypesThatAKeyLeadsTo) {
+  write("old/V3.user.at",
+        "attributetypes=( 1.1 NAME 'a' SYNTAX 2.1 )\n"
+        "attributetypes=( 1.2 NAME 'A' SYNTAX 2.2 )\n"  // by its OID only
+        "attributetypes=( 1.1 NAME ( 'b' 'a' ) SYNTAX 2.3 )\n");
+  const auto shown = [](const std::string &place, const std::string &oid,
+                        const std::string &names, const std::string &quoted,
+                        const std::string &syntax) {
+    return place + dumpOf(oid, names, "", syntax) + "attributetypes=( " + oid +
+           " NAME ( " + quoted + "  ) SYNTAX " + syntax +
+           " USAGE userApplications  )\nno storage definition\n\n";
+  };
+  const std::string a = shown("attribute type 'a' (1.1), old/V3.user.at:1\n",
+                              "1.1", "a ", "'a'", "2.1");
+  const std::string second =
+      shown("attribute type 'A' (1.2), old/V3.user.at:2\n", "1.2", "A ", "'A'",
+            "2.2");
+  const std::string b = shown("attribute type 'b' (1.1), old/V3.user.at:3\n",
+                              "1.1", "b a ", "'b' 'a'", "2.3");
+  const std::string warning =
+      "old/V3.user.at:2: warning: attribute type 'A' (1.2) is ignored: "
+      "old/V3.user.at:1 defines the same first name\n";
+  expectResult(show({"a"}), 0, a + b + second, warning);
+  expectResult(show({"1.1"}), 0, a + b, warning);
+  expectResult(show({"1.2"}), 0, second, warning);
+  expectResult(show({"b"}), 0, b, warning);
+}
+
+TEST_F(ShowTest, AStorageDefinitionBehindAnObjectClassWithItsOid) {
+  write("old/V3.user.oc",
+        "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n"
+        "QORAttributetypes=( 1.1 DBNAME ( 'column' ) LENGTH 4 )\n");
+  const std::string a = "object class 'a' (1.1), old/V3.user.oc:1\n" +
+                        dumpOf({"1.1", "a ", "", "ABSTRACT", "", ""}) +
+                        "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n\n";
+  expectResult(show({"1.1"}), 0,
+               a + "storage definition (1.1), old/V3.user.oc:2\n" +
+                   storage("1.1", "column", "4"),
+               "");
+  expectResult(show({"a"}), 0, a, "");
+}
+
+// Some write a word in place of an OID.
+TEST_F(ShowTest, AnOidInAnyCase) {
+  write("old/V3.user.at",
+        "attributetypes=( Cn-OID NAME 'cn' SYNTAX 2.1 )\n"
+        "QORAttributetypes=( Cn-OID DBNAME ( 'x' ) LENGTH 4 )\n"
+        "QORAttributetypes=( Sn-OID DBNAME ( 'y' ) LENGTH 5 )\n");
+  const std::string type =
+      "attribute type 'cn' (Cn-OID), old/V3.user.at:1\n" +
+      dumpOf("Cn-OID", "cn ", "", "2.1") +
+      "attributetypes=( Cn-OID NAME ( 'cn'  ) SYNTAX 2.1 USAGE "
+      "userApplications  )\n"
+      "storage definition (Cn-OID), old/V3.user.at:2\n" +
+      storage("Cn-OID", "x", "4");
+  const std::string alone = "storage definition (Sn-OID), old/V3.user.at:3\n" +
+                            storage("Sn-OID", "y", "5");
+  expectResult(show({"CN-oid", "SN-oid"}), 0, type + alone, "");
+}
+
 TEST_F(ShowTest, SeveralKeysInTheirOrder) {
   write("old/V3.user.oc",
         "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n"
@@ -329,6 +402,8 @@ TEST_F(ShowTest, SeveralKeysInTheirOrder) {
   expectResult(show({"b", "unknown", "a", "other"}), 1, b + a,
                "old: error: nothing is called 'unknown'\n"
                "old: error: nothing is called 'other'\n");
+  expectResult(show({"unknown", "a"}), 1, a,
+               "old: error: nothing is called 'unknown'\n");
 }
 
 TEST_F(ShowTest, AnUnknownNameWithTheNearestOnes) {

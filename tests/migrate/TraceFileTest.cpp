@@ -2,7 +2,9 @@
 #include "TraceFile.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
@@ -236,6 +238,39 @@ TEST_F(TraceFileTest, TheWalksOfTablesHaveBitsOfTheirOwn) {
   EXPECT_EQ(masked("0x20000"), beginning(expected, "<", false));
 }
 
+// What the command asks the library to check on a migration is left out.
+TEST_F(TraceFileTest, OfAMigrationHoldsItsStepsAlone) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n");
+  write("new/V3.user.at", "");
+  Arguments begun;
+  for (const std::string &line :
+       traceOf({"apply", "--old", "old", "--new", "new", "--out", "out"}, "")) {
+    if (line.find("> SchemaManager::") != std::string::npos) {
+      begun.push_back(line);
+    }
+  }
+  Arguments expected = {
+      "> SchemaManager::readFile",
+      "> SchemaManager::readFile",
+      "> SchemaManager::compSchemas",
+      "  > SchemaManager::compAttrTables",
+      "  > SchemaManager::compQORAttrTables",
+      "  > SchemaManager::compObjTables",
+      "    > SchemaManager::getObjClass",
+      "    > SchemaManager::isExcluded",
+      "> SchemaManager::mergeSchemas",
+      "  > SchemaManager::mergeAttrs",
+      "  > SchemaManager::mergeQORAttrs",
+      "  > SchemaManager::mergeObjClasses",
+      "    > SchemaManager::findOidInSet",
+  };
+  for (int file = 0; file < 7; ++file) {
+    expected.insert(expected.end(), {"> SchemaManager::writeFile",
+                                     "  > SchemaManager::writeSetToFile"});
+  }
+  EXPECT_EQ(begun, expected);
+}
+
 TEST_F(TraceFileTest, EachCommandIsTraced) {
   write("old/V3.user.oc", "");
   const struct {
@@ -278,12 +313,14 @@ TEST_F(TraceFileTest, OfARunThatFailsEndsThere) {
 
 TEST_F(TraceFileTest, MustNotBeThere) {
   write("trace", "text\n");
+  fs::create_symlink("trace", path("link"));
   const struct {
     const char *trace;
     const char *error;
   } kCases[] = {
       {"trace",
        "trace: error: expected no file there for the trace, found one"},
+      {"link", "link: error: expected no file there for the trace, found one"},
       {"old/V3.user.oc",
        "old/V3.user.oc: error: expected no file there for the trace, found "
        "one"},
@@ -341,6 +378,63 @@ TEST_F(TraceFileTest, WrongMasks) {
   expectResult(run(arguments), 2, "",
                usageError("--trace-events requires --trace"));
   EXPECT_EQ(snapshotOf(root()), before);
+}
+
+// The time of day in microseconds.
+using Microseconds = std::chrono::microseconds;
+constexpr Microseconds kDay = std::chrono::hours(24);
+
+Microseconds timeOfDay(const std::string &line) {
+  int hours = 0;
+  int minutes = 0;
+  int seconds = 0;
+  int fraction = 0;
+  EXPECT_EQ(std::sscanf(line.c_str(), "%d:%d:%d.%d", &hours, &minutes, &seconds,
+                        &fraction),
+            4);
+  return std::chrono::hours(hours) + std::chrono::minutes(minutes) +
+         std::chrono::seconds(seconds) + Microseconds(fraction);
+}
+
+// In a zone that is ahead of UTC by `ahead`.
+Microseconds timeOfDayNow(Microseconds ahead) {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return (std::chrono::floor<Microseconds>(now) + ahead) % kDay;
+}
+
+// The zone is not UTC, and its hour has one digit.
+TEST_F(TraceFileTest, TellsTheLocalTimeOfDay) {
+  using std::chrono::hours;
+  const auto hour = std::chrono::floor<hours>(timeOfDayNow(hours(0)));
+  const hours aheadHours = (hours(26) - hour) % hours(24);
+  const auto ahead = aheadHours + std::chrono::minutes(13);
+  const std::string zone =
+      "AHEAD-" + std::to_string(aheadHours.count()) + ":13";
+
+  const Microseconds before = timeOfDayNow(ahead);
+  Arguments arguments = kDump;
+  arguments.insert(arguments.end(), {"--trace", "trace"});
+  const CommandResult result =
+      run(arguments, [&zone] { setenv("TZ", zone.c_str(), 1); });
+  const Microseconds after = timeOfDayNow(ahead);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(withoutTimes(read("trace")), kTrace);
+  EXPECT_LE(before, timeOfDay(read("trace")));
+  EXPECT_LE(timeOfDay(read("trace")), after);
+}
+
+TEST_F(TraceFileTest, AMessageIsOneLine) {
+  TraceFile trace(path("trace"), 0x04000000);
+  for (const char *text : {"text", "text\n\n", "", "\n"}) {
+    ldtr_formater_local(0x53051000, 0x03400000, nullptr)
+        .debug(0x04000000, "%s", text);
+  }
+  trace.close();
+  EXPECT_EQ(
+      withoutTimes(read("trace")),
+      (Arguments{
+          "= SchemaManager::readFile: text", "= SchemaManager::readFile: text",
+          "= SchemaManager::readFile: ", "= SchemaManager::readFile: "}));
 }
 
 TEST_F(TraceFileTest, EndsWithItsObject) {

@@ -149,6 +149,15 @@ TEST_F(WithdrawTest, WhatAnotherFileHoldsStaysThere) {
                 "userApplications  )\n");
 }
 
+TEST_F(WithdrawTest, WhereTheObjectClassStaysAndNotATypeWithItsOid) {
+  write("new/V3.config.at", "attributetypes=( 2.4 NAME 'x' SYNTAX 9.1 )\n");
+  write("list", "2.4\n");
+  expectWithdrawals(
+      "modified schema: list\n"
+      "  object class 'sys' (2.4) is not in V3.modifiedschema, and stays in "
+      "V3.system.oc\n");
+}
+
 TEST_F(WithdrawTest, AnOidThatIsAlsoRecordedForAnotherFileLeavesThisOne) {
   write("new/V3.system.oc", kC);
   write("list", "2.2\n");
