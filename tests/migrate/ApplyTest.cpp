@@ -336,7 +336,7 @@ TEST_F(ApplyTest, ChangesNothingWhenItFails) {
   write("new/V3.user.oc",
         "objectclasses {\n( 2.1 NAME 'k' ABSTRACT )\n( 2.2 ABSTRACT )\n"
         "( ABSTRACT )\n}\n");
-  EXPECT_EQ(applyTrouble(),
+  EXPECT_EQ(leaksDefinitions([this] { return applyTrouble(); }),
             "new/V3.user.oc:3: error: object class (2.2) cannot be written: it "
             "has no name\n"
             "nothing was written; mend the files of the new release");
