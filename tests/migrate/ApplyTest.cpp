@@ -206,7 +206,8 @@ TEST_F(ApplyTest, WarnsOfDefinitionsThatRepeat) {
   write("new/V3.system.oc",
         "objectclasses=( 2.3 NAME 'top' ABSTRACT )\n"
         "objectclasses=( 2.3 NAME 'Top' STRUCTURAL )\n"
-        "QORAttributetypes { ( LENGTH 4 ) }\n");
+        "QORAttributetypes { ( LENGTH 4 ) }\n"
+        "objectclasses=( 2.4 NAME 'TOP' STRUCTURAL )\n");
   const ApplyResult result = leaksDefinitions([this] { return runApply(); });
   EXPECT_EQ(
       relative(result.warnings),
@@ -216,8 +217,9 @@ TEST_F(ApplyTest, WarnsOfDefinitionsThatRepeat) {
              "old/V3.user.at:3 defines the same OID",
              "old/V3.user.oc:1: warning: attribute type 'a' (1.1) is ignored: "
              "old/V3.user.at:1 defines the same first name",
-             "old/V3.user.oc:3: warning: object class 'a' (2.2) is ignored: "
-             "old/V3.user.oc:2 defines the same first name",
+             "old/V3.user.oc:3: warning: object class 'a' (2.2) is found by "
+             "its OID only: old/V3.user.oc:2 defines the same first name; it is "
+             "not carried",
              "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
              "has no OID",
              "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
@@ -225,7 +227,12 @@ TEST_F(ApplyTest, WarnsOfDefinitionsThatRepeat) {
              "new/V3.system.oc:2: warning: object class 'Top' (2.3) is "
              "ignored: new/V3.system.oc:1 defines the same first name",
              "new/V3.system.oc:3: warning: storage definition () is ignored: "
-             "it has no OID"}));
+             "it has no OID",
+             "new/V3.system.oc:4: warning: object class 'TOP' (2.4) is found "
+             "by its OID only: new/V3.system.oc:1 defines the same first "
+             "name"}));
+  EXPECT_NE(read("out/V3.system.oc").find("'TOP'"), std::string::npos);
+  EXPECT_EQ(read("out/V3.user.oc").find("2.2"), std::string::npos);
 }
 
 TEST_F(ApplyTest, WarnsOfWhatTheReleaseLosesByItself) {

@@ -295,8 +295,9 @@ TEST_F(CommandTest, PrintsWarningsToStandardErrorAndSucceeds) {
   const CommandResult result = run(kApply, allowLeaks);
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error,
-            "old/V3.user.at:2: warning: attribute type 'A' (1.2) is ignored: "
-            "old/V3.user.at:1 defines the same first name\n"
+            "old/V3.user.at:2: warning: attribute type 'A' (1.2) is found by "
+            "its OID only: old/V3.user.at:1 defines the same first name; it is "
+            "not carried\n"
             "new/V3.qor.at:1: warning: storage definition (1.3) is not in the "
             "result as it stands here\n");
   EXPECT_EQ(result.out, R"(old installation: old

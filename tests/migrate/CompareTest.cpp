@@ -337,7 +337,7 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
   expectResult(runReading(kCompare), 0,
                sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}),
                "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
-               "ignored: old/V3.user.at:1 defines the same first name\n"
+               "found by its OID only: old/V3.user.at:1 defines the same first name\n"
                "new/V3.user.at:2: warning: object class 'c' () is ignored: it "
                "has no OID\n");
   // Not before all is read.

@@ -294,6 +294,45 @@ TEST_F(ShowTest, ASuperiorThatIsAnAliasOfTwoIsTheFirstByName) {
                "");
 }
 
+TEST_F(ShowTest, OfTwoWithOneOidTheSuperiorIsTheFirst) {
+  write("old/V3.user.at",
+        "attributetypes=( 1.1 NAME 'b' SYNTAX 2.1 )\n"
+        "attributetypes=( 1.1 NAME 'a' SYNTAX 2.1 )\n"
+        "attributetypes=( 1.2 NAME 'c' SUP 1.1 )\n");
+  expectResult(show({"c"}), 0,
+               "attribute type 'c' (1.2), old/V3.user.at:3\n" +
+                   dumpOf("1.2", "c ", "1.1 ", "") +
+                   "attributetypes=( 1.2 NAME ( 'c'  ) SUP 1.1 USAGE "
+                   "userApplications  )\n"
+                   "superior attribute type 'b' (1.1), old/V3.user.at:1\n"
+                   "no storage definition\n\n",
+               "");
+}
+
+TEST_F(ShowTest, OidsAreMatchedExactly) {
+  write("old/V3.user.at",
+        "attributetypes=( 'a-oid' NAME 'a' SYNTAX 2.1 )\n"
+        "QORAttributetypes=( 'A-OID' DBNAME ( 'A' ) LENGTH 4 )\n"
+        "attributetypes=( 'x' NAME 'A-OID' SYNTAX 2.1 )\n");
+  const std::string type =
+      "attribute type 'a' (a-oid), old/V3.user.at:1\n" +
+      dumpOf("a-oid", "a ", "", "2.1") +
+      "attributetypes=( a-oid NAME ( 'a'  ) SYNTAX 2.1 USAGE userApplications "
+      " )\n"
+      "no storage definition\n\n";
+  const std::string named =
+      "attribute type 'A-OID' (x), old/V3.user.at:3\n" +
+      dumpOf("x", "A-OID ", "", "2.1") +
+      "attributetypes=( x NAME ( 'A-OID'  ) SYNTAX 2.1 USAGE userApplications "
+      " )\n"
+      "no storage definition\n\n";
+  const std::string column = "storage definition (A-OID), old/V3.user.at:2\n" +
+                             storage("A-OID", "A", "4");
+  expectResult(show({"a-oid"}), 0, named + type, "");
+  expectResult(show({"A-OID"}), 0, named + column, "");
+  expectResult(show({"A-Oid"}), 0, named, "");
+}
+
 TEST_F(ShowTest, AllDefinitionsThatAKeyLeadsTo) {
   write("old/V3.user.oc",
         "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n"
@@ -319,12 +358,36 @@ TEST_F(ShowTest, AllDefinitionsThatAKeyLeadsTo) {
                         dumpOf({"1.1", "b a ", "", "ABSTRACT", "", ""}) +
                         "objectclasses=( 1.1 NAME 'b' 'a' ABSTRACT )\n\n";
   const std::string warning =
-      "old/V3.user.oc:2: warning: object class 'A' (1.2) is ignored: "
-      "old/V3.user.oc:1 defines the same first name\n";
+      "old/V3.user.oc:2: warning: object class 'A' (1.2) is found by its "
+      "OID only: old/V3.user.oc:1 defines the same first name\n";
   expectResult(show({"a"}), 0, type + a + b + second, warning);
-  expectResult(show({"1.1"}), 0, type + a + b, warning);
+  expectResult(show({"1.1"}), 0, type + a + b, "");
   expectResult(show({"1.2"}), 0, second, warning);
-  expectResult(show({"b"}), 0, b, warning);
+  expectResult(show({"b"}), 0, b, "");
+}
+
+TEST_F(ShowTest, WarnsOfWhatTheKeysLeadToAlone) {
+  write("old/V3.user.oc",
+        "objectclasses=( 1.1 NAME 'a' ABSTRACT )\n"
+        "objectclasses=( 1.2 NAME ( 'A' 'alias' ) AUXILIARY )\n"
+        "objectclasses=( 1.2 NAME 'a' AUXILIARY )\n"
+        "objectclasses=( 1.3 NAME 'b' ABSTRACT )\n"
+        "objectclasses { ( NAME 'b' ABSTRACT ) }\n");
+  const std::string byOid =
+      "old/V3.user.oc:2: warning: object class 'A' (1.2) is found by its OID "
+      "only: old/V3.user.oc:1 defines the same first name\n";
+  const std::string ignored =
+      "old/V3.user.oc:3: warning: object class 'a' (1.2) is ignored: "
+      "old/V3.user.oc:1 defines the same first name\n";
+  const std::string noOid =
+      "old/V3.user.oc:5: warning: object class 'b' () is ignored: it has no "
+      "OID\n";
+  EXPECT_EQ(show({"1.1"}).error, "");
+  EXPECT_EQ(show({"1.2"}).error, byOid + ignored);
+  EXPECT_EQ(show({"ALIAS"}).error, byOid);
+  EXPECT_EQ(show({"a"}).error, byOid + ignored);
+  EXPECT_EQ(show({"B"}).error, noOid);
+  EXPECT_EQ(show({"b", "alias", "1.2"}).error, byOid + ignored + noOid);
 }
 
 TEST_F(ShowTest, AllAttributeTypesThatAKeyLeadsTo) {

@@ -126,7 +126,8 @@ TEST_F(WithdrawTest, OneThatOnlyItsOidLeadsTo) {
   expectWithdrawals(
       "modified schema: list\n"
       "  object class 'C' (2.6) was withdrawn\n",
-      "new/V3.modifiedschema:2: warning: object class 'C' (2.6) is ignored: "
+      "new/V3.modifiedschema:2: warning: object class 'C' (2.6) is found by "
+      "its OID only: "
       "new/V3.modifiedschema:1 defines the same first name\n");
   EXPECT_EQ(read("out/V3.modifiedschema"), std::string(kHeaderLine) + kC);
 }

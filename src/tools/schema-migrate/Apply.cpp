@@ -98,6 +98,24 @@ std::vector<Withdrawal> withdrawalsIn(const Inventory &written,
   return withdrawals;
 }
 
+// The definitions that no name leads to. The merge goes by names, so that of
+// the old installation it carries none of these.
+std::vector<std::string> warningsOf(const Schemas &schemas) {
+  std::vector<std::string> warnings;
+  const Inventory &oldFiles = schemas.oldFiles();
+  for (const Entry &entry : oldFiles.entries()) {
+    if (!entry.held()) {
+      warnings.push_back(
+          oldFiles.warningOf(entry) +
+          (oldFiles.isFoundByOidOnly(entry) ? "; it is not carried" : ""));
+    }
+  }
+  const std::vector<std::string> ofRelease =
+      schemas.newFiles().ignoredEntries();
+  warnings.insert(warnings.end(), ofRelease.begin(), ofRelease.end());
+  return warnings;
+}
+
 // Throws Trouble with these lines and an advice, if there are any.
 void requireNone(const std::vector<std::string> &errors, const char *advice) {
   if (errors.empty()) {
@@ -142,11 +160,7 @@ ApplyResult apply(const ApplyOptions &options) {
     Counts &counts = result.fates[static_cast<std::size_t>(schemas.fates()[i])];
     ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
   }
-  for (const Inventory *files : {&schemas.oldFiles(), &schemas.newFiles()}) {
-    const std::vector<std::string> ignored = files->ignoredEntries();
-    result.warnings.insert(result.warnings.end(), ignored.begin(),
-                           ignored.end());
-  }
+  result.warnings = warningsOf(schemas);
 
   OutputDirectory out(options.outDirectory);
   writeFiles(out.working(), &schemas);

@@ -113,19 +113,28 @@ std::string describe(const Entry &entry) {
   return describe(entry.kind, entry.name, entry.oid);
 }
 
+bool Inventory::isFoundByOidOnly(const Entry &entry) const {
+  return !entry.held() && firstWithOid(entry.kind, entry.oid) == &entry;
+}
+
+std::string Inventory::warningOf(const Entry &entry) const {
+  std::string reason = "it has no OID";
+  if (!entry.dropped) {
+    reason = place(m_entries[entry.shadowedBy]) + " defines the same " +
+             (entry.kind == Kind::kStorage ? "OID" : "first name");
+  }
+  return place(entry) + ": warning: " + describe(entry) +
+         (isFoundByOidOnly(entry) ? " is found by its OID only: "
+                                  : " is ignored: ") +
+         reason;
+}
+
 std::vector<std::string> Inventory::ignoredEntries() const {
   std::vector<std::string> lines;
   for (const Entry &entry : m_entries) {
-    if (entry.held()) {
-      continue;
+    if (!entry.held()) {
+      lines.push_back(warningOf(entry));
     }
-    std::string reason = "it has no OID";
-    if (!entry.dropped) {
-      reason = place(m_entries[entry.shadowedBy]) + " defines the same " +
-               (entry.kind == Kind::kStorage ? "OID" : "first name");
-    }
-    lines.push_back(place(entry) + ": warning: " + describe(entry) +
-                    " is ignored: " + reason);
   }
   return lines;
 }

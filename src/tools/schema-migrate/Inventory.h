@@ -66,8 +66,14 @@ class Inventory {
   // The first entry of this kind that has the OID, or null.
   const Entry *firstWithOid(Kind kind, const std::string &oid) const;
 
-  // The entries that a manager does not hold, a line each, "FILE:LINE: warning:
+  // Whether a manager leads to the entry by its OID alone: another has taken
+  // its name, but none its OID.
+  bool isFoundByOidOnly(const Entry &entry) const;
+
+  // Why no name leads to an entry that is not held: "FILE:LINE: warning:
   // MESSAGE".
+  std::string warningOf(const Entry &entry) const;
+  // The warnings of all such entries.
   std::vector<std::string> ignoredEntries() const;
 
   // "FILE:LINE" of an entry.
