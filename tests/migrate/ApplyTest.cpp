@@ -211,26 +211,27 @@ TEST_F(ApplyTest, WarnsOfDefinitionsThatRepeat) {
   const ApplyResult result = leaksDefinitions([this] { return runApply(); });
   EXPECT_EQ(
       relative(result.warnings),
-      (Lines{"old/V3.user.at:2: warning: attribute type 'A' (1.1) is ignored: "
-             "old/V3.user.at:1 defines the same first name",
-             "old/V3.user.at:4: warning: storage definition (1.1) is ignored: "
-             "old/V3.user.at:3 defines the same OID",
-             "old/V3.user.oc:1: warning: attribute type 'a' (1.1) is ignored: "
-             "old/V3.user.at:1 defines the same first name",
-             "old/V3.user.oc:3: warning: object class 'a' (2.2) is found by "
-             "its OID only: old/V3.user.oc:2 defines the same first name; it is "
-             "not carried",
-             "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
-             "has no OID",
-             "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
-             "has no OID",
-             "new/V3.system.oc:2: warning: object class 'Top' (2.3) is "
-             "ignored: new/V3.system.oc:1 defines the same first name",
-             "new/V3.system.oc:3: warning: storage definition () is ignored: "
-             "it has no OID",
-             "new/V3.system.oc:4: warning: object class 'TOP' (2.4) is found "
-             "by its OID only: new/V3.system.oc:1 defines the same first "
-             "name"}));
+      (Lines{
+          "old/V3.user.at:2: warning: attribute type 'A' (1.1) is ignored: "
+          "old/V3.user.at:1 defines the same first name",
+          "old/V3.user.at:4: warning: storage definition (1.1) is ignored: "
+          "old/V3.user.at:3 defines the same OID",
+          "old/V3.user.oc:1: warning: attribute type 'a' (1.1) is ignored: "
+          "old/V3.user.at:1 defines the same first name",
+          "old/V3.user.oc:3: warning: object class 'a' (2.2) is found by "
+          "its OID only: old/V3.user.oc:2 defines the same first name; it is "
+          "not carried",
+          "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
+          "has no OID",
+          "old/V3.user.oc:4: warning: object class 'k' () is ignored: it "
+          "has no OID",
+          "new/V3.system.oc:2: warning: object class 'Top' (2.3) is "
+          "ignored: new/V3.system.oc:1 defines the same first name",
+          "new/V3.system.oc:3: warning: storage definition () is ignored: "
+          "it has no OID",
+          "new/V3.system.oc:4: warning: object class 'TOP' (2.4) is found "
+          "by its OID only: new/V3.system.oc:1 defines the same first "
+          "name"}));
   EXPECT_NE(read("out/V3.system.oc").find("'TOP'"), std::string::npos);
   EXPECT_EQ(read("out/V3.user.oc").find("2.2"), std::string::npos);
 }

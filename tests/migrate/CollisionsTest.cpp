@@ -169,6 +169,20 @@ TEST_F(CollisionsTest, WarnsOfWhatIsIgnored) {
                "ignored: new/V3.system.at:1 defines the same OID\n");
 }
 
+TEST_F(CollisionsTest, NamesTheFilesThatAreNotThere) {
+  writeBoth("",
+            "QORAttributetypes=( 1.1 LENGTH 4 )\n"
+            "QORAttributetypes=( 1.1 LENGTH 5 )\n");
+  expectResult(
+      runAsItIs(kCollisions), 0, std::string(kNoClass) + kNoType + kNoStorage,
+      onlyThere("old", "V3.user.at") + onlyThere("new", "V3.system.at") +
+          "new/V3.system.at:2: warning: storage definition (1.1) is "
+          "ignored: new/V3.system.at:1 defines the same OID\n");
+  writeMissing("old");
+  EXPECT_EQ(runAsItIs({"collisions", "--old", "old", "--new", "old"}).error,
+            "");
+}
+
 TEST_F(CollisionsTest, OfTheExamples) {
   expectResult(
       runOnExamples({"collisions", "--old", "old-installation", "--new",

@@ -323,9 +323,129 @@ TEST_F(CompareTest, ARenamedDefinitionIsOnEachSide) {
   writeBoth("attributetypes=( 1.1 NAME 'a' DESC 'x' )",
             "attributetypes=( 1.1 NAME 'b' DESC 'x' )");
   expectResult(runReading(kCompare), 1,
-               sections({}, {}, {"attribute type 'a' (1.1), old/V3.user.at:1"},
+               sections({}, {},
+                        {"attribute type 'a' (1.1), old/V3.user.at:1; the new "
+                         "schema has this OID as attribute type 'b', "
+                         "new/V3.user.at:1"},
                         {"attribute type 'b' (1.1), new/V3.user.at:1"}, {}),
                "");
+}
+
+TEST_F(CompareTest, WhoHasTheOidOfWhatIsOnlyInTheOldSchema) {
+  const struct {
+    const char *oldText;
+    const char *newText;
+    const char *old;
+    const char *theirs;
+    const char *place;
+  } kCases[] = {
+      {"attributetypes=( 1.1 NAME 'a' DESC 'x' )",
+       "objectclasses=( 1.1 NAME 'b' ABSTRACT )", "attribute type 'a' (1.1)",
+       "object class 'b'", "object class 'b' (1.1)"},
+      {"objectclasses=( 1.1 NAME 'a' ABSTRACT )",
+       "attributetypes=( 1.1 NAME 'b' DESC 'x' )", "object class 'a' (1.1)",
+       "attribute type 'b'", "attribute type 'b' (1.1)"},
+      {"objectclasses=( 1.1 NAME 'a' ABSTRACT )",
+       "objectclasses=( 1.1 ABSTRACT )", "object class 'a' (1.1)",
+       "object class", "object class (1.1)"},
+  };
+  for (const auto &[oldText, newText, old, theirs, place] : kCases) {
+    SCOPED_TRACE(old);
+    writeBoth(oldText, newText);
+    expectResult(
+        runReading(kCompare), 1,
+        sections({}, {},
+                 {std::string(old) +
+                  ", old/V3.user.at:1; the new schema has this OID as " +
+                  theirs + ", new/V3.user.at:1"},
+                 {std::string(place) + ", new/V3.user.at:1"}, {}),
+        "");
+  }
+  // The kind of the definition comes first.
+  writeBoth("objectclasses=( 1.1 NAME 'a' ABSTRACT )",
+            "attributetypes=( 1.1 NAME 'b' DESC 'x' )\n"
+            "objectclasses=( 1.1 NAME 'c' ABSTRACT )\n");
+  expectResult(
+      runReading(kCompare), 1,
+      sections({}, {},
+               {"object class 'a' (1.1), old/V3.user.at:1; the new schema has "
+                "this OID as object class 'c', new/V3.user.at:2"},
+               {"attribute type 'b' (1.1), new/V3.user.at:1",
+                "object class 'c' (1.1), new/V3.user.at:2"},
+               {}),
+      "");
+  // That of a storage definition is its type's, too; and none is none.
+  writeBoth(
+      "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+      "QORAttributetypes=( 1.1 LENGTH 4 )\n"
+      "attributetypes=( NAME 'n' DESC 'x' )\n",
+      "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+      "attributetypes=( NAME 'm' DESC 'x' )\n");
+  expectResult(runReading(kCompare), 1,
+               sections({"attribute type 'a' (1.1)"}, {},
+                        {"attribute type 'n' (), old/V3.user.at:3",
+                         "storage definition (1.1), old/V3.user.at:2"},
+                        {"attribute type 'm' (), new/V3.user.at:2"}, {}),
+               "");
+}
+
+// A first name is taken, an OID is not.
+TEST_F(CompareTest, WhatOnlyItsOidLeadsToIsComparedByThat) {
+  const char kType[] = "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n";
+  const char kClass[] = "objectclasses=( 2.1 NAME 'c' ABSTRACT )\n";
+  const std::string both = std::string(kType) + kClass;
+  const std::string more = both +
+                           "attributetypes=( 1.2 NAME 'A' DESC 'y' )\n"
+                           "objectclasses=( 2.2 NAME 'C' AUXILIARY )\n";
+  const Arguments same = {"attribute type 'a' (1.1)", "object class 'c' (2.1)"};
+  const auto places = [](const std::string &file) {
+    return Arguments{"attribute type 'A' (1.2), " + file + ":3",
+                     "object class 'C' (2.2), " + file + ":4"};
+  };
+  const auto expectSections = [this](int status, const std::string &expected) {
+    const CommandResult result = runReading(kCompare);
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.out, expected);
+  };
+
+  writeBoth(more, both);
+  expectSections(1, sections(same, {}, places("old/V3.user.at"), {}, {}));
+  writeBoth(both, more);
+  expectSections(1, sections(same, {}, {}, places("new/V3.user.at"), {}));
+  writeBoth(more, more);
+  expectSections(
+      0, sections({"attribute type 'a' (1.1)", "attribute type 'A' (1.2)",
+                   "object class 'c' (2.1)", "object class 'C' (2.2)"},
+                  {}, {}, {}, {}));
+  writeBoth(more, replaceAll(more, "'y'", "'z'"));
+  expectSections(1,
+                 sections({"attribute type 'a' (1.1)", "object class 'c' (2.1)",
+                           "object class 'C' (2.2)"},
+                          {"attribute type 'A' (1.2), old/V3.user.at:3 and "
+                           "new/V3.user.at:3" +
+                           field("DESC", "'y'", "'z'")},
+                          {}, {}, {}));
+  writeBoth(more, both + "attributetypes=( 1.2 NAME 'b' DESC 'y' )\n");
+  expectSections(
+      1, sections(same, {},
+                  {"attribute type 'A' (1.2), old/V3.user.at:3; the new schema "
+                   "has this OID as attribute type 'b', new/V3.user.at:3",
+                   "object class 'C' (2.2), old/V3.user.at:4"},
+                  {"attribute type 'b' (1.2), new/V3.user.at:3"}, {}));
+
+  write("list", "1.2 2.2\n");
+  writeBoth(more, both);
+  Arguments excluding = kCompare;
+  excluding.insert(excluding.end(), {"--excluded-oids", "list"});
+  const CommandResult result = runReading(excluding);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, sections(same, {}, {}, {}, places("old/V3.user.at")));
+}
+
+TEST_F(CompareTest, NamesTheFilesThatAreNotThere) {
+  writeBoth("", "");
+  expectResult(runAsItIs(kCompare), 0, sections({}, {}, {}, {}, {}),
+               onlyThere("old", "V3.user.at") + onlyThere("new", "V3.user.at"));
 }
 
 TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
@@ -334,12 +454,14 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
       "attributetypes=( 1.2 NAME 'A' DESC 'y' )\n",
       "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
       "objectclasses { ( NAME 'c' ABSTRACT ) }\n");
-  expectResult(runReading(kCompare), 0,
-               sections({"attribute type 'a' (1.1)"}, {}, {}, {}, {}),
-               "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
-               "found by its OID only: old/V3.user.at:1 defines the same first name\n"
-               "new/V3.user.at:2: warning: object class 'c' () is ignored: it "
-               "has no OID\n");
+  expectResult(
+      runReading(kCompare), 1,
+      sections({"attribute type 'a' (1.1)"}, {},
+               {"attribute type 'A' (1.2), old/V3.user.at:2"}, {}, {}),
+      "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
+      "found by its OID only: old/V3.user.at:1 defines the same first name\n"
+      "new/V3.user.at:2: warning: object class 'c' () is ignored: it "
+      "has no OID\n");
   // Not before all is read.
   Arguments arguments = kCompare;
   arguments.insert(arguments.end(), {"--excluded-oids", "list"});

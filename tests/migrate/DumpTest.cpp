@@ -247,8 +247,15 @@ TEST_F(DumpTest, WrongUsageAndBadInputAreTrouble) {
   }
 }
 
+TEST_F(DumpTest, NamesTheFilesThatAreNotThere) {
+  write("old/V3.user.at", "");
+  expectResult(runAsItIs({"dump", "--dir", "old/", "--table", "excluded"}), 0,
+               "excluded oids\n\n", onlyThere("old/", "V3.user.at"));
+}
+
 TEST_F(DumpTest, AFullDiskIsTrouble) {
   writeSchema();
+  writeMissing("old");
   expectResult(run({"dump", "--dir", "old"},
                    [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); }),
                2, "", "error: cannot write to standard output\n");

@@ -151,6 +151,17 @@ class TraceFileTest : public MigrateTest {
  protected:
   TraceFileTest() { write("old/V3.user.oc", kClassFile); }
 
+  // What a run says of the files that are not there.
+  static std::string warningsOf(const Arguments &arguments) {
+    std::string warnings;
+    for (const std::string &argument : arguments) {
+      if (arguments[0] != "apply" && argument == "old") {
+        warnings += onlyThere("old", "V3.user.oc");
+      }
+    }
+    return warnings;
+  }
+
   // The trace of a run that must succeed.
   Arguments traceOf(Arguments arguments, const std::string &mask) const {
     arguments.insert(arguments.end(), {"--trace", "trace"});
@@ -159,7 +170,7 @@ class TraceFileTest : public MigrateTest {
     }
     const CommandResult result = run(arguments);
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.error, warningsOf(arguments));
     const std::string text = read("trace");
     fs::remove(path("trace"));
     return withoutTimes(text);
@@ -294,10 +305,23 @@ TEST_F(TraceFileTest, EachCommandIsTraced) {
   }
 }
 
+TEST_F(TraceFileTest, TheCommandsOwnQuestionsAreNotTraced) {
+  const Arguments reading(kTrace.begin(), kTrace.end() - 4);
+  Arguments readingBoth = reading;
+  readingBoth.insert(readingBoth.end(), reading.begin(), reading.end());
+  EXPECT_EQ(traceOf({"compare", "--old", "old", "--new", "old"}, ""),
+            readingBoth);
+  Arguments showing = reading;
+  showing.insert(showing.end(),
+                 {"> ObjectClass::dump()", "< ObjectClass::dump() 0"});
+  EXPECT_EQ(traceOf({"show", "--dir", "old", "1.1"}, ""), showing);
+}
+
 TEST_F(TraceFileTest, OfAnUnknownNameIsWritten) {
   Arguments arguments = {"show", "--dir", "old", "x", "--trace", "trace"};
   const CommandResult result = run(arguments);
-  expectResult(result, 1, "", "old: error: nothing is called 'x'\n");
+  expectResult(result, 1, "",
+               warningsOf(arguments) + "old: error: nothing is called 'x'\n");
   const Arguments trace = withoutTimes(read("trace"));
   EXPECT_EQ(trace, Arguments(kTrace.begin(), kTrace.end() - 4));
 }
@@ -340,7 +364,8 @@ TEST_F(TraceFileTest, MustNotBeThere) {
 }
 
 TEST_F(TraceFileTest, AFullDiskIsTrouble) {
-  const std::string error = "/dev/full: error: cannot write the trace\n";
+  const std::string error =
+      warningsOf(kDump) + "/dev/full: error: cannot write the trace\n";
   Arguments arguments = kDump;
   arguments.insert(arguments.end(), {"--trace", "/dev/full"});
   const CommandResult result = run(arguments);

@@ -8,11 +8,26 @@
 #include "Fields.h"
 #include "Inventory.h"
 #include "SchemaManager.h"
+#include "Untraced.h"
 
 using schemacheck::Field;
 using schemacheck::fieldsOf;
 
 namespace {
+
+// How entries are matched. Each finds an entry, or nothing.
+using Finder = const Entry *(*)(const Inventory &, Kind, const std::string &);
+
+const Entry *findByKey(const Inventory &files, Kind kind,
+                       const std::string &key) {
+  return files.holder(kind, key);
+}
+
+const Entry *findByOidOnly(const Inventory &files, Kind kind,
+                           const std::string &oid) {
+  const Entry *entry = files.firstWithOid(kind, oid);
+  return entry != nullptr && files.isFoundByOidOnly(*entry) ? entry : nullptr;
+}
 
 class Comparison {
  public:
@@ -23,10 +38,15 @@ class Comparison {
     const SchemaManager &mine = *schemas->oldSchema();
     const SchemaManager &theirs = *schemas->newSchema();
     compare(Kind::kAttributeType, mine.attributeTypes(),
-            theirs.attributeTypes());
-    compare(Kind::kObjectClass, mine.objectClasses(), theirs.objectClasses());
+            theirs.attributeTypes(), findByKey);
+    compare(Kind::kAttributeType, mine.attributeTypesByOid(),
+            theirs.attributeTypesByOid(), findByOidOnly);
+    compare(Kind::kObjectClass, mine.objectClasses(), theirs.objectClasses(),
+            findByKey);
+    compare(Kind::kObjectClass, mine.objectClassesByOid(),
+            theirs.objectClassesByOid(), findByOidOnly);
     compare(Kind::kStorage, mine.storageDefinitions(),
-            theirs.storageDefinitions());
+            theirs.storageDefinitions(), findByKey);
   }
 
   bool equal() const {
@@ -56,24 +76,45 @@ class Comparison {
 
   template <class Definition>
   void compare(Kind kind, const Table<Definition> &mine,
-               const Table<Definition> &theirs) {
+               const Table<Definition> &theirs, Finder find) {
     for (const auto &[key, definition] : mine) {
-      const Entry &entry = *m_oldFiles.holder(kind, key);
-      const auto other = theirs.find(key);
-      if (m_schemas.oldSchema()->isExcluded(entry.oid) != 0) {
-        m_excluded.push_back(atPlace(m_oldFiles, entry));
-      } else if (other == theirs.end()) {
-        m_onlyOld.push_back(atPlace(m_oldFiles, entry));
+      const Entry *entry = find(m_oldFiles, kind, key);
+      const Entry *other = find(m_newFiles, kind, key);
+      if (entry == nullptr) {
+        continue;
+      }
+      if (m_schemas.oldSchema()->isExcluded(entry->oid) != 0) {
+        m_excluded.push_back(atPlace(m_oldFiles, *entry));
+      } else if (other == nullptr) {
+        m_onlyOld.push_back(atPlace(m_oldFiles, *entry) + sameOidAs(*entry));
       } else {
-        compareFields(entry, *definition, *m_newFiles.holder(kind, key),
-                      *other->second);
+        compareFields(*entry, *definition, *other, *theirs.at(key));
       }
     }
     for (const auto &[key, definition] : theirs) {
-      if (mine.count(key) == 0) {
-        m_onlyNew.push_back(atPlace(m_newFiles, *m_newFiles.holder(kind, key)));
+      const Entry *entry = find(m_newFiles, kind, key);
+      if (entry != nullptr && find(m_oldFiles, kind, key) == nullptr) {
+        m_onlyNew.push_back(atPlace(m_newFiles, *entry));
       }
     }
+  }
+
+  // The release's attribute type or object class with the OID of an entry that
+  // the release lacks, in words; empty when there is none.
+  std::string sameOidAs(const Entry &entry) const {
+    if (entry.kind == Kind::kStorage || entry.oid.empty()) {
+      return "";
+    }
+    for (const Kind kind :
+         {entry.kind, Kind::kAttributeType, Kind::kObjectClass}) {
+      if (const Entry *other = m_newFiles.firstWithOid(kind, entry.oid)) {
+        return std::string("; the new schema has this OID as ") +
+               kindName(kind) +
+               (other->name.empty() ? "" : " '" + other->name + "'") + ", " +
+               m_newFiles.place(*other);
+      }
+    }
+    return "";
   }
 
   template <class Definition>
@@ -115,6 +156,7 @@ class Comparison {
 }  // namespace
 
 bool printComparison(Schemas *schemas, std::ostream *out) {
+  const Untraced untraced;
   const Comparison comparison(schemas);
   comparison.print(out);
   return comparison.equal();

@@ -12,6 +12,7 @@ void dump(const std::filesystem::path &directory,
   const Inventory files(directory);
   SchemaManager schema(directory.string());
   readFiles(files, &schema);
+  warn(files.missingFiles());
   warn(files.ignoredEntries());
   if (excludedOids) {
     readExcludedOids(*excludedOids, &schema);

@@ -98,6 +98,19 @@ Inventory::Inventory(fs::path directory) : m_directory(std::move(directory)) {
   }
 }
 
+std::vector<std::string> Inventory::missingFiles() const {
+  std::string names;
+  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
+    if (!hasFile(file)) {
+      names += std::string(" ") + kSchemaFiles[file].name;
+    }
+  }
+  if (names.empty()) {
+    return {};
+  }
+  return {m_directory.string() + ": warning: not there:" + names};
+}
+
 std::string Inventory::place(const Entry &entry) const {
   return (m_directory / kSchemaFiles[entry.file].name).string() + ":" +
          std::to_string(entry.line);

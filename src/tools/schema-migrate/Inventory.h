@@ -66,6 +66,10 @@ class Inventory {
   // The first entry of this kind that has the OID, or null.
   const Entry *firstWithOid(Kind kind, const std::string &oid) const;
 
+  // The files that the directory lacks, as one line, "DIR: warning: not there:
+  // V3.user.oc ..."; none if it is complete.
+  std::vector<std::string> missingFiles() const;
+
   // Whether a manager leads to the entry by its OID alone: another has taken
   // its name, but none its OID.
   bool isFoundByOidOnly(const Entry &entry) const;

@@ -6,7 +6,8 @@
 
 #include "QORSchema.h"
 
-// The definition as the library writes it, without the end of line.
+// The definition as the library writes it, without the end of line. Throws
+// Trouble when that fails.
 std::string schemaLine(QORSchema *definition);
 
 #endif  // SCHEMA_MIGRATE_SCHEMALINE_H_

@@ -16,8 +16,9 @@ namespace {
 
 class Shower {
  public:
-  explicit Shower(const std::filesystem::path &directory)
-      : m_index(directory) {}
+  explicit Shower(const std::filesystem::path &directory) : m_index(directory) {
+    warn(m_index.files().missingFiles());
+  }
 
   // Warns of what a key leads to, or would lead to if a manager held it.
   void warnOf(const std::vector<std::string> &keys) const {

@@ -56,15 +56,18 @@ void flushOutput() {
   }
 }
 
-// Reads both directories and the excluded OIDs, and warns of what is ignored.
+// Reads both directories and the excluded OIDs, and warns of files that are not
+// there and of what is ignored.
 std::unique_ptr<Schemas> readSchemas(const Options &options) {
   auto schemas =
       std::make_unique<Schemas>(options.oldDirectory, options.newDirectory);
   if (options.excludedOids) {
     schemas->readExcludedOids(*options.excludedOids);
   }
-  warn(schemas->oldFiles().ignoredEntries());
-  warn(schemas->newFiles().ignoredEntries());
+  for (const Inventory *files : {&schemas->oldFiles(), &schemas->newFiles()}) {
+    warn(files->missingFiles());
+    warn(files->ignoredEntries());
+  }
   return schemas;
 }
 
