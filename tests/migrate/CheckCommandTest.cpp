@@ -44,7 +44,7 @@ TEST_F(CheckTest, HelpHoldsAnExample) {
                    "Example:\n"
                    "  schema-migrate check /srv/old/schema "
                    "/srv/new/schema\n\n" +
-                   kExitStatusHelp,
+                   exitStatusHelp("errors found, or warnings with --strict"),
                "");
 }
 

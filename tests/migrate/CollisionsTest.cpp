@@ -39,10 +39,15 @@ TEST_F(CollisionsTest, HelpHoldsAnExample) {
                   "with a new release.\n"
                   "Usage: schema-migrate collisions [OPTIONS]\n\n") +
           kCommonOptionsHelp + kBothOptionsHelp +
+          "No collision does not mean that apply goes through: it also refuses "
+          "a\n"
+          "definition whose OID the release has under another name, which need "
+          "not be\n"
+          "a collision to the library.\n\n"
           "Example:\n"
           "  schema-migrate collisions --old /srv/old/schema --new "
           "/srv/new/schema\n\n" +
-          kExitStatusHelp,
+          exitStatusHelp("collisions found"),
       "");
 }
 

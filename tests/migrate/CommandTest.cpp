@@ -57,8 +57,7 @@ Example:
   schema-migrate apply --old /srv/old/schema --new /srv/new/schema --out /srv/merged
 
 Exit status:
-  0 done, and nothing found
-  1 something found: collisions, differences, an unknown name
+  0 done
   2 trouble: wrong usage, bad input, a file that fails
 )";
 
@@ -110,7 +109,50 @@ const UsageCase kUsages[] = {
     {{"apply", "-h", "--old", "old"}, 0, kApplyHelp, ""},
     {{"--version"}, 0, "schema-migrate " SCHEMA_MIGRATE_VERSION "\n", ""},
     {{}, 2, "", "A subcommand is required"},
-    {{"Apply"}, 2, "", "A subcommand is required"},
+    {{"Apply"},
+     2,
+     "",
+     "error: no command is called 'Apply'; did you mean 'apply'?"},
+    {{"aply", "--old", "old"},
+     2,
+     "",
+     "error: no command is called 'aply'; did you mean 'apply'?"},
+    {{"co"},
+     2,
+     "",
+     "error: no command is called 'co'; did you mean 'compare' or "
+     "'collisions'?"},
+    {{"foo", "--help"}, 2, "", "error: no command is called 'foo'"},
+    {{""}, 2, "", "error: no command is called ''"},
+    {{"apply", "--old", "", "--new", "new", "--out", "out"},
+     2,
+     "",
+     "--old: expected a name, found nothing"},
+    {{"collisions", "--old", "old", "--new", ""},
+     2,
+     "",
+     "--new: expected a name, found nothing"},
+    {{"apply", "--old", "old", "--new", "new", "--out", ""},
+     2,
+     "",
+     "--out: expected a name, found nothing"},
+    {{"show", "--dir", "", "a"},
+     2,
+     "",
+     "--dir: expected a name, found nothing"},
+    {{"compare", "--old", "old", "--new", "new", "--excluded-oids", ""},
+     2,
+     "",
+     "--excluded-oids: expected a name, found nothing"},
+    {{"apply", "--old", "old", "--new", "new", "--out", "out",
+      "--modified-oids", ""},
+     2,
+     "",
+     "--modified-oids: expected a name, found nothing"},
+    {{"dump", "--dir", "old", "--trace", ""},
+     2,
+     "",
+     "--trace: expected a name, found nothing"},
     {{"--frobnicate"}, 2, "", "A subcommand is required"},
     {{"apply"}, 2, "", "--old is required"},
     {{"apply", "--new", "new", "--out", "out"}, 2, "", "--old is required"},

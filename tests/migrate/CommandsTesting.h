@@ -13,11 +13,20 @@
 
 using Arguments = std::vector<std::string>;
 
-// What ends the help of each command.
+// What ends the help of a command that may find something.
+inline std::string exitStatusHelp(const std::string &found) {
+  return "Exit status:\n"
+         "  0 done, and nothing found\n"
+         "  1 " +
+         found +
+         "\n"
+         "  2 trouble: wrong usage, bad input, a file that fails\n";
+}
+
+// The same of a command that only does its work.
 constexpr char kExitStatusHelp[] =
     "Exit status:\n"
-    "  0 done, and nothing found\n"
-    "  1 something found: collisions, differences, an unknown name\n"
+    "  0 done\n"
     "  2 trouble: wrong usage, bad input, a file that fails\n";
 
 // The options that each command has first.

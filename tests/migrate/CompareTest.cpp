@@ -52,10 +52,15 @@ TEST_F(CompareTest, HelpHoldsAnExample) {
                   "what fields, and what only one of them has.\n"
                   "Usage: schema-migrate compare [OPTIONS]\n\n") +
           kCommonOptionsHelp + kBothOptionsHelp +
+          "Lists of names, superiors and attributes are compared as sets, in "
+          "any case\n"
+          "and order. The library also counts values that repeat, so that "
+          "apply may\n"
+          "replace a definition that is identical here.\n\n"
           "Example:\n"
           "  schema-migrate compare --old /srv/old/schema --new "
           "/srv/new/schema\n\n" +
-          kExitStatusHelp,
+          exitStatusHelp("differences found"),
       "");
 }
 
@@ -282,6 +287,14 @@ TEST_F(CompareTest, ListsAreSetsInAnyOrderAndCase) {
                sections({"object class (1.1)", "storage definition (1.1)"}, {},
                         {}, {}, {}),
                "");
+}
+
+TEST_F(CompareTest, WhatRepeatsInAListIsReplacedAllTheSame) {
+  writeBoth("attributetypes=( 1.1 NAME ( 'a' 'b' 'b' ) DESC 'x' )\n",
+            "attributetypes=( 1.1 NAME ( 'a' 'B' ) DESC 'x' )\n");
+  const ApplyResult result = runApply();
+  const std::size_t replaced = static_cast<std::size_t>(Fate::kReplaced);
+  EXPECT_EQ(result.fates[replaced][fileIndex("V3.user.at")][0], 1U);
 }
 
 TEST_F(CompareTest, NotTheFileNorTheLayoutMatters) {

@@ -21,7 +21,45 @@ TEST(NearestTest, AStepIsACharacterReplacedAddedOrRemoved) {
   EXPECT_EQ(nearest("abc", {"ab"}), Names{"ab"});
   EXPECT_EQ(nearest("abc", {"bc"}), Names{"bc"});
   EXPECT_EQ(nearest("abc", {"ac"}), Names{"ac"});
-  EXPECT_EQ(nearest("abc", {"acb"}), Names{});  // two steps
+}
+
+TEST(NearestTest, ASwapOfNeighboursIsOneStep) {
+  EXPECT_EQ(nearest("abc", {"acb"}), Names{"acb"});
+  EXPECT_EQ(nearest("abc", {"bac"}), Names{"bac"});
+  EXPECT_EQ(nearest("abc", {"cba"}), Names{});
+  EXPECT_EQ(nearest("mial", {"mail"}), Names{"mail"});
+  EXPECT_EQ(nearest("abcdef", {"badcef", "badcfe"}), Names{"badcef"});
+  // No place twice.
+  EXPECT_EQ(nearest("abc", {"bxa"}), Names{});
+  EXPECT_EQ(nearest("ca", {"abc"}), Names{});
+}
+
+TEST(NearestTest, NamesThatBeginWithTheWordIfNoneIsNear) {
+  EXPECT_EQ(nearest("TELE", {"telephoneNumber", "telexNumber", "atele"}),
+            Names{"atele"});
+  EXPECT_EQ(nearest("TELE", {"telephoneNumber", "telexNumber", "xtelephone"}),
+            (Names{"telexNumber", "telephoneNumber"}));
+  EXPECT_EQ(nearest("a", {"abcd", "abc", "adc", "abe"}),
+            (Names{"abc", "abe", "adc"}));
+  EXPECT_EQ(nearest("abc", {"ab"}), Names{"ab"});
+  EXPECT_EQ(nearest("abcd", {"ab"}), Names{});
+}
+
+TEST(NearestTest, NoneOfTheEmptyWord) {
+  EXPECT_EQ(nearest("", {"x", "xy"}), Names{});
+}
+
+TEST(NearestTest, OfNamesThatAreEqualButForCaseOne) {
+  EXPECT_EQ(nearest("cm", {"CN", "Cn", "cn", "co"}), (Names{"CN", "co"}));
+  EXPECT_EQ(nearest("a", {"ABC", "abc", "abd"}), (Names{"ABC", "abd"}));
+}
+
+TEST(NearestTest, AQuestionEndsTheMessage) {
+  EXPECT_EQ(didYouMean("cm", {"cn"}), "; did you mean 'cn'?");
+  EXPECT_EQ(didYouMean("cm", {"c", "cn", "co", "o"}),
+            "; did you mean 'c' or 'cn' or 'co'?");
+  EXPECT_EQ(didYouMean("cm", {"other"}), "");
+  EXPECT_EQ(didYouMean("", {"a"}), "");
 }
 
 TEST(NearestTest, AThirdOfTheWordsLengthInStepsIsNear) {
@@ -30,7 +68,6 @@ TEST(NearestTest, AThirdOfTheWordsLengthInStepsIsNear) {
     const char *near;
     const char *far;
   } kCases[] = {
-      {"", "x", "xy"},
       {"a", "x", "xy"},
       {"abcde", "abcdx", "abcxx"},
       {"abcdef", "abcdxx", "abcxxx"},

@@ -41,6 +41,16 @@ result: ../out
 )");
 }
 
+TEST(ReportTest, SaysThatAListHasNoOid) {
+  ApplyOptions listed = options();
+  listed.modifiedOids = "list";
+  std::ostringstream out;
+  printReport(listed, complete(), &out);
+  EXPECT_EQ(out.str(), report(complete()) +
+                           "\nmodified schema: list\n"
+                           "  no OID in the list\n");
+}
+
 TEST(ReportTest, NamesTheFilesThatAreNotThere) {
   ApplyResult result = complete();
   result.inOld[fileIndex("V3.user.at")] = false;

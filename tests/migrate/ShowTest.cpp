@@ -74,7 +74,7 @@ TEST_F(ShowTest, HelpHoldsAnExample) {
           "  --dir DIR REQUIRED          Schema directory\n\n"
           "Example:\n"
           "  schema-migrate show --dir /srv/schema person 2.5.4.3\n\n" +
-          kExitStatusHelp,
+          exitStatusHelp("a name or an OID that nothing has"),
       "");
 }
 
@@ -534,12 +534,13 @@ TEST_F(ShowTest, AnUnknownNameWithTheNearestOnes) {
     const char *key;
     const char *nearest;
   } kCases[] = {
-      {"telefonNumber", "; did you mean 'telephoneNumber'"},
-      {"COMMONNAMES", "; did you mean 'commonName'"},
-      {"cm", "; did you mean 'C' or 'cn' or 'co'"},
-      {"1.1", "; did you mean '1.11' or '1.12' or '1.13'"},
+      {"telefonNumber", "; did you mean 'telephoneNumber'?"},
+      {"COMMONNAMES", "; did you mean 'commonName'?"},
+      {"cm", "; did you mean 'C' or 'cn' or 'co'?"},
+      {"tele", "; did you mean 'telephoneNumber'?"},
+      {"1.1", "; did you mean '1.11' or '1.12' or '1.13'?"},
       {"nothing", ""},
-      {"", "; did you mean 'C'"},
+      {"", ""},
   };
   for (const auto &[key, nearest] : kCases) {
     SCOPED_TRACE(key);
@@ -597,7 +598,7 @@ TEST(ShowExamplesTest, AClassWithItsSuperiorsAndATypeWithItsStorage) {
                               "commonName", "uids"}),
                1, kShownExamples,
                "new-release: error: nothing is called 'uids'; did you mean "
-               "'uid'\n");
+               "'uid'?\n");
 }
 
 }  // namespace

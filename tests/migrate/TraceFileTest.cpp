@@ -201,7 +201,7 @@ TEST_F(TraceFileTest, TheMaskSaysWhatIsTraced) {
       {{"0x4000000", "0x04000000", "67108864"}, beginning(kTrace, "=", false)},
       {{"0x04001000"}, kTrace},
       {{"0x04033000", "0xffffffff", "4294967295"}, kTrace},
-      {{"0", "1", "0x10000", "0x20000", "0xfbffcfff"}, {}},
+      {{"0x10000", "0x20000", "0xfbffcfff"}, {}},
   };
   for (const auto &[masks, trace] : kCases) {
     for (const std::string &mask : masks) {
@@ -331,8 +331,66 @@ TEST_F(TraceFileTest, OfARunThatFailsEndsThere) {
   const CommandResult result =
       run({"dump", "--dir", "old", "--trace", "trace"});
   EXPECT_EQ(result.status, 2);
-  // What was refused is not read by the library.
-  EXPECT_EQ(read("trace"), "");
+  // What was refused is not read by the library; so there is nothing to keep.
+  EXPECT_FALSE(fs::exists(path("trace")));
+
+  write("old/V3.user.at", kClassFile);
+  write("new/V3.user.at", "");
+  write("list", "1.1");
+  EXPECT_EQ(run({"collisions", "--old", "new", "--new", "new",
+                 "--excluded-oids", "list", "--trace", "trace"})
+                .status,
+            2);
+  EXPECT_NE(read("trace"), "");
+}
+
+TEST_F(TraceFileTest, ARunThatFailsRemovesNothingButItsOwnFile) {
+  write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a'\n");
+  fs::create_symlink("/dev/null", path("null"));
+  fs::create_symlink("target", path("link"));
+  for (const char *trace : {"/dev/null", "null", "link"}) {
+    SCOPED_TRACE(trace);
+    EXPECT_EQ(run({"dump", "--dir", "old", "--trace", trace}).status, 2);
+    EXPECT_TRUE(fs::exists("/dev/null"));
+    EXPECT_TRUE(fs::is_symlink(path("null")));
+    EXPECT_TRUE(fs::is_symlink(path("link")));
+    EXPECT_FALSE(fs::exists(path("target")));
+  }
+}
+
+TEST_F(TraceFileTest, OfARunThatSucceedsStaysThoughEmpty) {
+  EXPECT_EQ(traceOf(kDump, "0x10000"), Arguments());
+}
+
+TEST_F(TraceFileTest, MustNotLieInTheResult) {
+  write("new/V3.user.at", "objectclasses=( 1.1 NAME 'a'\n");
+  fs::create_directory(path("empty"));
+  fs::create_directory_symlink("empty", path("link"));
+  const struct {
+    const char *out;
+    const char *trace;
+  } kCases[] = {
+      {"out", "out"},          {"out", "out/"},
+      {"out", "out/trace"},    {"out", "./new/../out/a/trace"},
+      {"out/", "out/trace"},   {"empty", "empty/trace"},
+      {"empty", "link/trace"}, {"link", "empty/trace"},
+  };
+  const auto before = snapshotOf(root());
+  for (const auto &[out, trace] : kCases) {
+    SCOPED_TRACE(trace);
+    expectResult(run({"apply", "--old", "old", "--new", "new", "--out", out,
+                      "--trace", trace}),
+                 2, "",
+                 std::string(trace) + ": error: expected a file outside " +
+                     out + ", found one inside\n");
+    EXPECT_EQ(snapshotOf(root()), before);
+  }
+  write("old/V3.user.oc", "");
+  write("new/V3.user.at", "");
+  const CommandResult result = run({"apply", "--old", "old", "--new", "new",
+                                    "--out", "out", "--trace", "out.trace"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
 }
 
 TEST_F(TraceFileTest, MustNotBeThere) {
@@ -351,7 +409,6 @@ TEST_F(TraceFileTest, MustNotBeThere) {
       {"old", "old: error: cannot open the file for the trace"},
       {"missing/trace",
        "missing/trace: error: cannot open the file for the trace"},
-      {"", ": error: cannot open the file for the trace"},
   };
   const auto before = snapshotOf(root());
   for (const auto &[trace, error] : kCases) {
@@ -398,8 +455,16 @@ TEST_F(TraceFileTest, WrongMasks) {
                          "nothing"
                        : "Could not convert: --trace-events = " + mask));
   }
+  for (const std::string mask : {"0", "1", "0x00000fff", "0xfbfccfff"}) {
+    SCOPED_TRACE(mask);
+    Arguments arguments = kDump;
+    arguments.insert(arguments.end(), {"--trace", "t", "--trace-events", mask});
+    expectResult(run(arguments), 2, "",
+                 usageError("--trace-events: the mask has none of the bits "
+                            "0x04033000, so that nothing would be traced"));
+  }
   Arguments arguments = kDump;
-  arguments.insert(arguments.end(), {"--trace-events", "1"});
+  arguments.insert(arguments.end(), {"--trace-events", "0x1000"});
   expectResult(run(arguments), 2, "",
                usageError("--trace-events requires --trace"));
   EXPECT_EQ(snapshotOf(root()), before);
@@ -478,7 +543,40 @@ TEST_F(TraceFileTest, EndsWithItsObject) {
   { TraceFile trace(path("second"), 0x3000); }
   EXPECT_EQ(trcEvents, 0U);
   ldtr_write(0x03200000, 0x53051000, nullptr);
-  EXPECT_EQ(read("second"), "");
+  EXPECT_FALSE(fs::exists(path("second")));
+}
+
+// Operations and walks of tables are asked for by bits of their own.
+TEST_F(TraceFileTest, ExitsWithoutEntriesLieWhereTheyAre) {
+  const auto enter = [](unsigned int id) {
+    ldtr_write(0x03200000, id, nullptr);
+  };
+  const auto leave = [](unsigned int id) {
+    ldtr_exit_errcode(id, 33, 0x1000, 0, nullptr);
+  };
+  {
+    TraceFile trace(path("trace"), 0x12000);
+    leave(1);
+    enter(2);
+    leave(3);
+    enter(4);
+    enter(4);
+    leave(3);
+    leave(2);
+    leave(4);
+    leave(4);
+    leave(3);
+    leave(2);
+    leave(2);
+    trace.close();
+  }
+  EXPECT_EQ(
+      withoutTimes(read("trace")),
+      (Arguments{"< 0x00000001 0", "> 0x00000002", "  < 0x00000003 0",
+                 "  > 0x00000004", "    > 0x00000004", "      < 0x00000003 0",
+                 "      < 0x00000002 0", "    < 0x00000004 0",
+                 "  < 0x00000004 0", "  < 0x00000003 0", "< 0x00000002 0",
+                 "< 0x00000002 0"}));
 }
 
 }  // namespace

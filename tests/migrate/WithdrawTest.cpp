@@ -51,7 +51,7 @@ const char kD[] = "objectclasses=( 2.3 NAME 'd' ABSTRACT )\n";
 TEST_F(WithdrawTest, WhatAListOfNoneWithdraws) {
   for (const char *text : {"", "\n", "# 2.1\n"}) {
     write("list", text);
-    expectWithdrawals("");
+    expectWithdrawals("modified schema: list\n  no OID in the list\n");
     EXPECT_EQ(read("out/V3.modifiedschema"),
               std::string(kHeaderLine) + kType + kTypesStorage + kC + kD);
   }
@@ -215,6 +215,11 @@ TEST_F(WithdrawTest, ABadListIsTroubleAndNothingIsWritten) {
   std::filesystem::remove(path("list"));
   std::filesystem::create_directory(path("list"));
   fail("list: error: expected a regular file, found something else\n");
+}
+
+TEST_F(WithdrawTest, ABadListIsReportedBeforeConflicts) {
+  write("old/V3.user.oc", "objectclasses=( 1.2 NAME 'sys' ABSTRACT )\n");
+  expectResult(run(kApply), 2, "", "list: error: No such file or directory\n");
 }
 
 TEST_F(WithdrawTest, TheListOfTheExamples) {

@@ -7,8 +7,9 @@
 
 namespace schemacheck {
 
-// The fewest insertions, removals and replacements of a character that make
-// one word the other (Levenshtein).
+// The fewest steps that make one word the other: a character is inserted,
+// removed or replaced, or two neighbours are swapped, no place twice (optimal
+// string alignment).
 std::size_t editDistance(const std::string &a, const std::string &b);
 
 }  // namespace schemacheck

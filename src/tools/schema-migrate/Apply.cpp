@@ -1,11 +1,10 @@
 #include "Apply.h"
 
-#include <algorithm>
-#include <iterator>
 #include <system_error>
 
 #include "Conflicts.h"
 #include "Inventory.h"
+#include "OidList.h"
 #include "OutputDirectory.h"
 #include "ResultCheck.h"
 #include "SchemaManager.h"
@@ -21,31 +20,6 @@ Counts countEntries(const Inventory &inventory) {
     ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
   }
   return counts;
-}
-
-// The path with symbolic links resolved and without a slash at its end; empty
-// when it cannot be resolved.
-fs::path resolve(const fs::path &path) {
-  std::error_code ignored;
-  const fs::path resolved = fs::weakly_canonical(fs::absolute(path), ignored);
-  return resolved.has_filename() ? resolved : resolved.parent_path();
-}
-
-// The inputs are never written to, so the result cannot lie in one. (An input
-// that cannot be resolved cannot be read either, which is reported then.)
-void requireOutside(const fs::path &out, const fs::path &input) {
-  const fs::path inner = resolve(out);
-  const fs::path outer = resolve(input);
-  if (outer.empty()) {
-    return;
-  }
-  const auto ends =
-      std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
-  if (ends.first == outer.end()) {
-    throw Trouble(errorAt(out, 0,
-                          "expected a directory outside " + input.string() +
-                              ", found one inside"));
-  }
 }
 
 // Writes the files that the library can write, and copies the others from the
@@ -131,12 +105,16 @@ void requireNone(const std::vector<std::string> &errors, const char *advice) {
 }  // namespace
 
 ApplyResult apply(const ApplyOptions &options) {
-  requireOutside(options.outDirectory, options.oldDirectory);
-  requireOutside(options.outDirectory, options.newDirectory);
+  for (const fs::path &input : {options.oldDirectory, options.newDirectory}) {
+    requireOutside(input, options.outDirectory, "a directory");
+  }
 
   Schemas schemas(options.oldDirectory, options.newDirectory);
   if (options.excludedOids) {
     schemas.readExcludedOids(*options.excludedOids);
+  }
+  if (options.modifiedOids) {
+    readOidList(*options.modifiedOids);  // a bad list is reported first
   }
   schemas.compare();
   requireNone(findConflicts(&schemas),

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <string>
@@ -35,14 +36,20 @@ void sync(const fs::path &path) {
   close(descriptor);
 }
 
-// The path with symbolic links resolved and without a slash at its end.
+// The path with symbolic links resolved and without a slash at its end; empty
+// when it cannot be resolved.
+fs::path resolve(const fs::path &path, std::error_code *error) {
+  const fs::path resolved = fs::weakly_canonical(fs::absolute(path), *error);
+  return resolved.has_filename() ? resolved : resolved.parent_path();
+}
+
 fs::path resolve(const fs::path &path) {
   std::error_code error;
-  const fs::path resolved = fs::weakly_canonical(fs::absolute(path), error);
+  const fs::path resolved = resolve(path, &error);
   if (error) {
     throw Trouble(errorAt(path, 0, error.message()));
   }
-  return resolved.has_filename() ? resolved : resolved.parent_path();
+  return resolved;
 }
 
 void requireFree(const fs::path &target) {
@@ -60,6 +67,20 @@ void requireFree(const fs::path &target) {
 }
 
 }  // namespace
+
+void requireOutside(const fs::path &directory, const fs::path &path,
+                    const std::string &what) {
+  std::error_code ignored;
+  const fs::path outer = resolve(directory, &ignored);
+  const fs::path inner = resolve(path, &ignored);
+  const auto ends =
+      std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
+  if (!outer.empty() && ends.first == outer.end()) {
+    throw Trouble(errorAt(path, 0,
+                          "expected " + what + " outside " +
+                              directory.string() + ", found one inside"));
+  }
+}
 
 OutputDirectory::OutputDirectory(const fs::path &target)
     : m_target(resolve(target)) {

@@ -1,8 +1,9 @@
-// A directory that appears whole or not at all.
+// A directory that appears whole or not at all, and what it must not hold.
 #ifndef SCHEMA_MIGRATE_OUTPUTDIRECTORY_H_
 #define SCHEMA_MIGRATE_OUTPUTDIRECTORY_H_
 
 #include <filesystem>
+#include <string>
 
 // Files are made in a working directory beside the target, and the working
 // directory gets the target's name when all of them are on disk. Unless
@@ -28,5 +29,11 @@ class OutputDirectory {
   std::filesystem::path m_target;   // absolute
   std::filesystem::path m_working;  // empty once committed
 };
+
+// Throws Trouble when `path` is the directory or lies in it, whatever links
+// lead there; `what` is to lie outside, "a directory" or "a file". What cannot
+// be resolved lies outside.
+void requireOutside(const std::filesystem::path &directory,
+                    const std::filesystem::path &path, const std::string &what);
 
 #endif  // SCHEMA_MIGRATE_OUTPUTDIRECTORY_H_

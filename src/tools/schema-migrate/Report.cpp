@@ -111,8 +111,9 @@ void printReport(const ApplyOptions &options, const ApplyResult &result,
   printMissing(result.inNew, out);
   *out << "result: " << options.outDirectory.string() << '\n';
   printTable({{"release", &result.newRead}, {"result", &result.written}}, out);
-  if (!result.withdrawals.empty()) {
-    *out << "\nmodified schema: " << options.modifiedOids->string() << '\n';
+  if (options.modifiedOids) {
+    *out << "\nmodified schema: " << options.modifiedOids->string() << '\n'
+         << (result.withdrawals.empty() ? "  no OID in the list\n" : "");
   }
   for (const Withdrawal &one : result.withdrawals) {
     *out << "  " << inWords(one) << '\n';

@@ -159,13 +159,8 @@ class Shower {
 
   void reportUnknown(const std::string &key) const {
     std::cerr << m_index.files().directory().string()
-              << ": error: nothing is called '" << key << "'";
-    const char *before = "; did you mean ";
-    for (const std::string &name : nearest(key, m_index.known())) {
-      std::cerr << before << "'" << name << "'";
-      before = " or ";
-    }
-    std::cerr << '\n';
+              << ": error: nothing is called '" << key << "'"
+              << didYouMean(key, m_index.known()) << '\n';
   }
 
   ShowIndex m_index;

@@ -186,6 +186,14 @@ TraceFile::TraceFile(std::filesystem::path path, unsigned int events)
 TraceFile::~TraceFile() {
   trcEvents = 0;
   ldtr_set_sink(nullptr, nullptr);
+  m_out.close();
+  std::error_code ignored;
+  const std::filesystem::path file =
+      std::filesystem::canonical(m_path, ignored);
+  if (!m_complete && std::filesystem::is_regular_file(file, ignored) &&
+      std::filesystem::file_size(file, ignored) == 0) {
+    std::filesystem::remove(file, ignored);
+  }
 }
 
 void TraceFile::close() {
@@ -194,6 +202,7 @@ void TraceFile::close() {
   if (!m_out) {
     throw Trouble(errorAt(m_path, 0, "cannot write the trace"));
   }
+  m_complete = true;
 }
 
 void TraceFile::receive(const ldtr_record &record, void *file) {
@@ -201,17 +210,17 @@ void TraceFile::receive(const ldtr_record &record, void *file) {
 }
 
 void TraceFile::write(const ldtr_record &record) {
+  // With some masks there are exits without entries.
   const bool ends = record.type == ldtr_record::Type::kExit;
-  if (ends && m_depth > 0) {
-    --m_depth;
+  if (ends && !m_entered.empty() && m_entered.back() == record.id) {
+    m_entered.pop_back();
   }
-  m_out << timeOfDay() << ' '
-        << std::string(static_cast<std::size_t>(m_depth) * 2, ' ');
+  m_out << timeOfDay() << ' ' << std::string(m_entered.size() * 2, ' ');
   const std::string name = functionName(record.id);
   switch (record.type) {
     case ldtr_record::Type::kEntry:
       m_out << "> " << name << '\n';
-      ++m_depth;
+      m_entered.push_back(record.id);
       break;
     case ldtr_record::Type::kExit:
       m_out << "< " << name << ' ' << record.code << '\n';

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <vector>
 
 #include "ldtr.h"
 
@@ -19,6 +20,8 @@ class TraceFile {
   // there is a regular file of that name, which could be one of the inputs, or
   // when the file cannot be opened.
   TraceFile(std::filesystem::path path, unsigned int events);
+  // Ends the trace. Unless close() has done so, the file is removed if nothing
+  // was written to it.
   ~TraceFile();
 
   TraceFile(const TraceFile &) = delete;
@@ -36,7 +39,9 @@ class TraceFile {
 
   std::filesystem::path m_path;
   std::ofstream m_out;
-  int m_depth = 0;  // operations that have begun and not ended
+  bool m_complete = false;  // close() has succeeded
+  // The operations whose entry has been written and whose exit has not.
+  std::vector<unsigned int> m_entered;
 };
 
 // "SchemaManager::readFile" and so on for a function id; the id in hexadecimal

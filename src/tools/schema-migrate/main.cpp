@@ -7,6 +7,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,8 @@
 #include "Collisions.h"
 #include "Compare.h"
 #include "Dump.h"
+#include "Nearest.h"
+#include "OutputDirectory.h"
 #include "Report.h"
 #include "SchemaDirectory.h"
 #include "Show.h"
@@ -27,11 +30,26 @@ constexpr int kDone = 0;
 constexpr int kFound = 1;
 constexpr int kTrouble = 2;
 
-const char kExitStatus[] =
-    "Exit status:\n"
-    "  0 done, and nothing found\n"
-    "  1 something found: collisions, differences, an unknown name\n"
-    "  2 trouble: wrong usage, bad input, a file that fails";
+// The end of a help text. `found` is what the status 1 says; null where there
+// is no such status.
+std::string exitStatus(const char *found) {
+  return std::string("Exit status:\n  0 done") +
+         (found == nullptr ? ""
+                           : std::string(", and nothing found\n  1 ") + found) +
+         "\n  2 trouble: wrong usage, bad input, a file that fails";
+}
+
+const char kCollisionsNote[] =
+    "No collision does not mean that apply goes through: it also refuses a\n"
+    "definition whose OID the release has under another name, which need not "
+    "be\n"
+    "a collision to the library.";
+
+const char kCompareNote[] =
+    "Lists of names, superiors and attributes are compared as sets, in any "
+    "case\n"
+    "and order. The library also counts values that repeat, so that apply may\n"
+    "replace a definition that is identical here.";
 
 struct Options {
   std::string oldDirectory;
@@ -116,7 +134,8 @@ class CommandLine {
     m_app.set_version_flag("--version",
                            "schema-migrate " SCHEMA_MIGRATE_VERSION);
     m_app.require_subcommand(1);
-    m_app.footer(kExitStatus);
+    m_app.footer(exitStatus(
+        "something found: collisions, differences, an unknown name"));
 
     CLI::App *apply =
         add("apply",
@@ -137,9 +156,11 @@ class CommandLine {
             "Say what in schema directories the library would lose, change or "
             "choke on. Of several directories the last is the new release, and "
             "the others are checked against it, too.",
-            "schema-migrate check /srv/old/schema /srv/new/schema", runCheck);
+            "schema-migrate check /srv/old/schema /srv/new/schema", runCheck,
+            "errors found, or warnings with --strict");
     check->add_option("directory", m_options.directories, "Schema directories")
         ->type_name("DIR")
+        ->check(expecting("a name"))
         ->required();
     addFile(check, "--excluded-oids", &m_options.excludedOids,
             "List of OIDs that are not to be carried");
@@ -153,25 +174,31 @@ class CommandLine {
     check->add_flag("--strict", m_options.strict,
                     "Let warnings count as errors do");
 
-    addBoth(add("collisions",
-                "Report the definitions of an old installation that collide "
-                "with a new release.",
-                "schema-migrate collisions --old /srv/old/schema --new "
-                "/srv/new/schema",
-                runCollisions));
+    CLI::App *collisions =
+        add("collisions",
+            "Report the definitions of an old installation that collide "
+            "with a new release.",
+            "schema-migrate collisions --old /srv/old/schema --new "
+            "/srv/new/schema",
+            runCollisions, "collisions found");
+    addBoth(collisions);
+    addNote(collisions, kCollisionsNote);
 
-    addBoth(add("compare",
-                "Say what is identical in two schemas, what differs and in "
-                "what fields, and what only one of them has.",
-                "schema-migrate compare --old /srv/old/schema --new "
-                "/srv/new/schema",
-                runCompare));
+    CLI::App *compare =
+        add("compare",
+            "Say what is identical in two schemas, what differs and in "
+            "what fields, and what only one of them has.",
+            "schema-migrate compare --old /srv/old/schema --new "
+            "/srv/new/schema",
+            runCompare, "differences found");
+    addBoth(compare);
+    addNote(compare, kCompareNote);
 
-    CLI::App *show =
-        add("show",
-            "Show definitions with their superiors, what they "
-            "inherit, and how they are stored.",
-            "schema-migrate show --dir /srv/schema person 2.5.4.3", runShow);
+    CLI::App *show = add("show",
+                         "Show definitions with their superiors, what they "
+                         "inherit, and how they are stored.",
+                         "schema-migrate show --dir /srv/schema person 2.5.4.3",
+                         runShow, "a name or an OID that nothing has");
     addDirectory(show, "--dir", &m_options.directory, "Schema directory");
     show->add_option("name", m_options.keys, "Names, in any case, or OIDs")
         ->type_name("NAME-OR-OID")
@@ -192,6 +219,9 @@ class CommandLine {
 
   // Does what the arguments say, and returns the exit status.
   int run(int argc, char **argv) {
+    if (argc > 1 && argv[1][0] != '-') {
+      requireCommand(argv[1]);
+    }
     try {
       m_app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
@@ -201,6 +231,9 @@ class CommandLine {
     }
     std::optional<TraceFile> trace;
     if (m_options.trace) {
+      if (!m_options.outDirectory.empty()) {
+        requireOutside(m_options.outDirectory, *m_options.trace, "a file");
+      }
       trace.emplace(*m_options.trace, m_options.traceEvents);
     }
     const int status = m_run(m_options);
@@ -222,11 +255,53 @@ class CommandLine {
  private:
   using Run = int (*)(const Options &);
 
+  void requireCommand(const std::string &word) const {
+    std::set<std::string> names;
+    for (const CLI::App *command :
+         m_app.get_subcommands([](const CLI::App *) { return true; })) {
+      names.insert(command->get_name());
+    }
+    if (names.count(word) == 0) {
+      throw Trouble("error: no command is called '" + word + "'" +
+                    didYouMean(word, names) +
+                    "\nRun with --help for more information.");
+    }
+  }
+
+  void requireEvents() const {
+    if ((m_options.traceEvents & TraceFile::kAllEvents) == 0) {
+      throw CLI::ValidationError("--trace-events",
+                                 "the mask has none of the bits 0x04033000, so "
+                                 "that nothing would be traced");
+    }
+  }
+
+  // Adds a paragraph to the help of a command.
+  static void addNote(CLI::App *command, const std::string &note) {
+    command->footer(note + "\n\n" + command->get_footer());
+  }
+
+  // Refuses the empty argument.
+  static CLI::Validator expecting(const std::string &what) {
+    return CLI::Validator(
+        [what](const std::string &argument) {
+          return argument.empty() ? "expected " + what + ", found nothing"
+                                  : std::string();
+        },
+        "");
+  }
+
+  // `found`: what the exit status 1 says, for the help; null if the command
+  // never has it.
   CLI::App *add(const std::string &name, const std::string &description,
-                const std::string &example, Run action) {
+                const std::string &example, Run action,
+                const char *found = nullptr) {
     CLI::App *command = m_app.add_subcommand(name, description);
-    command->footer("Example:\n  " + example + "\n\n" + kExitStatus);
-    command->callback([this, action] { m_run = action; });
+    command->footer("Example:\n  " + example + "\n\n" + exitStatus(found));
+    command->callback([this, action] {
+      requireEvents();
+      m_run = action;
+    });
     addFile(command, "--trace", &m_options.trace,
             "File for a trace of the library's operations");
     command
@@ -235,9 +310,7 @@ class CommandLine {
                      "0x10000 operations (0x2000 and 0x20000 their ends "
                      "alone), 0x4000000 messages")
         ->type_name("MASK")
-        ->check([](const std::string &mask) {
-          return mask.empty() ? "expected a number, found nothing" : "";
-        })
+        ->check(expecting("a number"))
         ->needs("--trace");
     return command;
   }
@@ -246,13 +319,16 @@ class CommandLine {
                            std::string *value, const std::string &description) {
     command->add_option(name, *value, description)
         ->type_name("DIR")
+        ->check(expecting("a name"))
         ->required();
   }
 
   static void addFile(CLI::App *command, const std::string &name,
                       std::optional<std::string> *value,
                       const std::string &description) {
-    command->add_option(name, *value, description)->type_name("FILE");
+    command->add_option(name, *value, description)
+        ->type_name("FILE")
+        ->check(expecting("a name"));
   }
 
   void addBoth(CLI::App *command) {
@@ -273,8 +349,9 @@ class CommandLine {
 
 int main(int argc, char **argv) {
   // A file that grows beyond its limit is an error to report, and not a reason
-  // to die without tidying up.
+  // to die without tidying up; so is a reader of the output that has gone.
   std::signal(SIGXFSZ, SIG_IGN);
+  std::signal(SIGPIPE, SIG_IGN);
   try {
     return CommandLine().run(argc, argv);
   } catch (const Trouble &trouble) {
