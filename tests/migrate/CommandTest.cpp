@@ -27,6 +27,7 @@ Options:
 
 Subcommands:
   apply                       Carry the schema of an old installation into a new release's and write the result to a new directory.
+  check                       Say what in schema directories the library would lose, change or choke on. Of several directories the last is the new release, and the others are checked against it, too.
   collisions                  Report the definitions of an old installation that collide with a new release.
   compare                     Say what is identical in two schemas, what differs and in what fields, and what only one of them has.
   show                        Show definitions with their superiors, what they inherit, and how they are stored.
@@ -136,6 +137,7 @@ const UsageCase kUsages[] = {
      2,
      "",
      "--out: expected a name, found nothing"},
+    {{"check", "old", ""}, 2, "", "directory: expected a name, found nothing"},
     {{"show", "--dir", "", "a"},
      2,
      "",

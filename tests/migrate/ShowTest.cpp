@@ -465,12 +465,12 @@ TEST_F(ShowTest, AllAttributeTypesThatAKeyLeadsTo) {
   const std::string b = shown("attribute type 'b' (1.1), old/V3.user.at:3\n",
                               "1.1", "b a ", "'b' 'a'", "2.3");
   const std::string warning =
-      "old/V3.user.at:2: warning: attribute type 'A' (1.2) is ignored: "
-      "old/V3.user.at:1 defines the same first name\n";
+      "old/V3.user.at:2: warning: attribute type 'A' (1.2) is found by its OID "
+      "only: old/V3.user.at:1 defines the same first name\n";
   expectResult(show({"a"}), 0, a + b + second, warning);
-  expectResult(show({"1.1"}), 0, a + b, warning);
+  expectResult(show({"1.1"}), 0, a + b, "");
   expectResult(show({"1.2"}), 0, second, warning);
-  expectResult(show({"b"}), 0, b, warning);
+  expectResult(show({"b"}), 0, b, "");
 }
 
 TEST_F(ShowTest, AStorageDefinitionBehindAnObjectClassWithItsOid) {
@@ -487,8 +487,8 @@ TEST_F(ShowTest, AStorageDefinitionBehindAnObjectClassWithItsOid) {
   expectResult(show({"a"}), 0, a, "");
 }
 
-// Some write a word in place of an OID.
-TEST_F(ShowTest, AnOidInAnyCase) {
+// Some write a word in place of an OID. Its case counts.
+TEST_F(ShowTest, AWordInPlaceOfAnOid) {
   write("old/V3.user.at",
         "attributetypes=( Cn-OID NAME 'cn' SYNTAX 2.1 )\n"
         "QORAttributetypes=( Cn-OID DBNAME ( 'x' ) LENGTH 4 )\n"
@@ -502,7 +502,10 @@ TEST_F(ShowTest, AnOidInAnyCase) {
       storage("Cn-OID", "x", "4");
   const std::string alone = "storage definition (Sn-OID), old/V3.user.at:3\n" +
                             storage("Sn-OID", "y", "5");
-  expectResult(show({"CN-oid", "SN-oid"}), 0, type + alone, "");
+  expectResult(show({"Cn-OID", "Sn-OID"}), 0, type + alone, "");
+  expectResult(show({"CN-oid", "Sn-OID"}), 1, alone,
+               "old: error: nothing is called 'CN-oid'; did you mean 'Cn-OID' "
+               "or 'Sn-OID'?\n");
 }
 
 TEST_F(ShowTest, SeveralKeysInTheirOrder) {
