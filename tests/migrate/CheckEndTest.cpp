@@ -173,8 +173,7 @@ const CheckCase kEnd[] = {
        "attributetypes: ( 1.1 NAME 'a' DESC 'x' )\n"
        "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"}},
      "d/V3.user.at:1:15: error: [SECTION-OPENER] expected '=' or '{' behind "
-     "attributetypes, found something else; the library gives the file up "
-     "here\n"
+     "attributetypes, found ':'; the library gives the file up here\n"
      "attributetypes: ( 1.1 NAME 'a' DESC 'x' )\n"
      "              ^\n"},
     {"SectionWithoutOpener",
@@ -182,9 +181,19 @@ const CheckCase kEnd[] = {
        "attributetypes ( 1.1 NAME 'a' DESC 'x' )\n"
        "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"}},
      "d/V3.user.at:1:15: error: [SECTION-OPENER] expected '=' or '{' behind "
-     "attributetypes, found something else; the library gives the file up "
-     "here\n"
+     "attributetypes, found '('; the library gives the file up here\n"
      "attributetypes ( 1.1 NAME 'a' DESC 'x' )\n"
+     "              ^\n"},
+    {"SectionWithBothOpeners",
+     {{"V3.user.at",
+       "attributetypes = {\n"
+       "( 1.1 NAME 'a' DESC 'x' )\n"
+       "( 1.2 NAME 'b' DESC 'y' )\n"
+       "}\n"
+       "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"}},
+     "d/V3.user.at:1:15: error: [SECTION-OPENER] expected '=' or '{' behind "
+     "attributetypes, found both; the library reads one definition at most\n"
+     "attributetypes = {\n"
      "              ^\n"},
     {"SectionWithoutDefinition",
      {{"V3.user.at",

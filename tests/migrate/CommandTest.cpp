@@ -35,7 +35,7 @@ Subcommands:
 
 Exit status:
   0 done, and nothing found
-  1 something found: collisions, differences, an unknown name
+  1 something found: findings, collisions, differences, an unknown name
   2 trouble: wrong usage, bad input, a file that fails
 )";
 

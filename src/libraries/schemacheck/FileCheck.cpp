@@ -1,5 +1,6 @@
 #include "FileCheck.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -130,10 +131,27 @@ class FileCheck {
     } else {
       add(Code::kSectionOpener, section.keyword.end,
           "expected '=' or '{' behind " + section.spelling + ", found " +
-              (opener == '\r' ? "a carriage return" : "something else") +
-              "; the library gives the file up here");
+              openerOf(section, opener) +
+              (opener == '=' ? "; the library reads one definition at most"
+                             : "; the library gives the file up here"));
       checkApart(section);
     }
+  }
+
+  // What the library has found in the place of what opens the section.
+  std::string openerOf(const Section &section, int token) const {
+    if (token == '\r') {
+      return "a carriage return";
+    }
+    const std::vector<Fault> &faults = m_file.reading.faults;
+    const auto fault =
+        std::lower_bound(faults.begin(), faults.end(), section.keyword.begin,
+                         [](const Fault &one, std::size_t offset) {
+                           return one.at.begin < offset;
+                         });
+    return fault != faults.end() && fault->code == FaultCode::kSectionOpener
+               ? fault->found
+               : "something else";
   }
 
   // Reports the sections before `offset`, which the library has not noticed.

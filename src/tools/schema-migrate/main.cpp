@@ -135,7 +135,8 @@ class CommandLine {
                            "schema-migrate " SCHEMA_MIGRATE_VERSION);
     m_app.require_subcommand(1);
     m_app.footer(exitStatus(
-        "something found: collisions, differences, an unknown name"));
+        "something found: findings, collisions, differences, an unknown "
+        "name"));
 
     CLI::App *apply =
         add("apply",
