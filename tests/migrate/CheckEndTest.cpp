@@ -258,6 +258,35 @@ const CheckCase kEnd[] = {
      "section, found the word 'end'\n"
      "end of file\n"
      "^\n"},
+    {"TextBeforeADefinition",
+     {{"V3.user.at",
+       "attributetypes = 'x' ( NAME 'a' DESC 'x' )\n"
+       "QORAttributetypes { LENGTH ( 1.1 DBNAME ( 'A' ) ) }\n"}},
+     "d/V3.user.at:1:1: error: [SECTION-EMPTY] expected a definition behind "
+     "'=', found none; the library reads on for one\n"
+     "attributetypes = 'x' ( NAME 'a' DESC 'x' )\n"
+     "^\n"
+     "d/V3.user.at:1:18: warning: [STRAY-TEXT] expected the keyword of a "
+     "section, found the text 'x'\n"
+     "attributetypes = 'x' ( NAME 'a' DESC 'x' )\n"
+     "                 ^\n"
+     "d/V3.user.at:1:22: error: [OUTSIDE-SECTION] expected the keyword of a "
+     "section before the definition, found '('; the library passes over it\n"
+     "attributetypes = 'x' ( NAME 'a' DESC 'x' )\n"
+     "                     ^\n"
+     "d/V3.user.at:2:21: warning: [STRAY-TEXT] expected '(' or '}', found the "
+     "word 'LENGTH'\n"
+     "QORAttributetypes { LENGTH ( 1.1 DBNAME ( 'A' ) ) }\n"
+     "                    ^\n"
+     "d/V3.user.at:2:21: error: [PHANTOM] expected '(', found the word "
+     "'LENGTH', which is part of the definition behind it to the library\n"
+     "QORAttributetypes { LENGTH ( 1.1 DBNAME ( 'A' ) ) }\n"
+     "                    ^\n"
+     "d/V3.user.at:2:30: error: [STORAGE-WITHOUT-TYPE] expected an attribute "
+     "type with the OID 1.1, found none; the library never writes the storage "
+     "definition\n"
+     "QORAttributetypes { LENGTH ( 1.1 DBNAME ( 'A' ) ) }\n"
+     "                             ^\n"},
     {"TextInABlock",
      {{"V3.user.at",
        "attributetypes {\n"

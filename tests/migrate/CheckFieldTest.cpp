@@ -138,6 +138,37 @@ const CheckCase kField[] = {
      "MUST, found ')'\n"
      "objectclasses=( 2.1 NAME 'k' ABSTRACT MUST ( ) )\n"
      "                                      ^\n"},
+    {"NameMissing",
+     {{"V3.user.at", "attributetypes=( 1.1 NAME DESC 'x' OBSOLETE )\n"}},
+     "d/V3.user.at:1:16: warning: [NO-NAME] expected a name of the attribute "
+     "type, found none\n"
+     "attributetypes=( 1.1 NAME DESC 'x' OBSOLETE )\n"
+     "               ^\n"
+     "d/V3.user.at:1:22: error: [MISSING-VALUE] expected a name behind NAME, "
+     "found 'DESC'; the library keeps NAME x\n"
+     "attributetypes=( 1.1 NAME DESC 'x' OBSOLETE )\n"
+     "                     ^\n"},
+    {"ColumnMissing",
+     {{"V3.user.at",
+       "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"
+       "QORAttributetypes=( 1.9 DBNAME LENGTH 4 )\n"}},
+     "d/V3.user.at:2:25: error: [MISSING-VALUE] expected a name behind DBNAME, "
+     "found 'LENGTH'; the library gives the file up here\n"
+     "QORAttributetypes=( 1.9 DBNAME LENGTH 4 )\n"
+     "                        ^\n"},
+    {"LengthThatIsAWord",
+     {{"V3.user.at",
+       "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"
+       "QORAttributetypes=( 1.9 LENGTH long ACCESS-CLASS no ACCESS-CLASS yes "
+       ")\n"}},
+     "d/V3.user.at:2:32: warning: [BAD-FORM] expected a number behind LENGTH, "
+     "found the word 'long'\n"
+     "QORAttributetypes=( 1.9 LENGTH long ACCESS-CLASS no ACCESS-CLASS yes )\n"
+     "                               ^\n"
+     "d/V3.user.at:2:53: warning: [REPEATED-FIELD] expected ACCESS-CLASS once, "
+     "found it again\n"
+     "QORAttributetypes=( 1.9 LENGTH long ACCESS-CLASS no ACCESS-CLASS yes )\n"
+     "                                                    ^\n"},
     {"ValueMissing",
      {{"V3.user.at",
        "attributetypes=( 1.1 NAME 'a' DESC SYNTAX "

@@ -194,6 +194,15 @@ const CheckCase kText[] = {
      "here\n"
      "attributetypes\n"
      "              ^\n"},
+    {"CarriageReturnBehindAnEqualsSign",
+     {{"V3.user.oc",
+       "objectclasses=\r\n"
+       "( 2.1 NAME 'k' ABSTRACT )\n"}},
+     "d/V3.user.oc:1:15: error: [CARRIAGE-RETURN] expected '(', found a "
+     "carriage return, which is part of the definition behind it to the "
+     "library\n"
+     "objectclasses=\n"
+     "              ^\n"},
     {"QuotedKeyword",
      {{"V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'MAY' )\n"}},
      "d/V3.user.at:1:36: error: [QUOTED-KEYWORD] expected a text that is no "
@@ -276,6 +285,30 @@ const CheckCase kText[] = {
      "found a control character; the library gives the file up here\n"
      "attributetypes=( 1.1 NAME 'a' DESC 'x?y' )\n"
      "                                     ^\n"},
+    {"KeywordInAList",
+     {{"V3.user.oc",
+       "objectclasses=( 2.1 NAME 'k' ABSTRACT MUST ( a $ MAY $ b ) )\n"},
+      {"V3.user.at",
+       "attributetypes=( 1.1 NAME ( 'a' 'b' 'MAY' ) DESC 'x' )\n"}},
+     "d/V3.user.at:1:37: error: [QUOTED-KEYWORD] expected a text that is no "
+     "keyword, found 'MAY'; the library keeps NAME a b\n"
+     "attributetypes=( 1.1 NAME ( 'a' 'b' 'MAY' ) DESC 'x' )\n"
+     "                                    ^\n"
+     "d/V3.user.oc:1:50: error: [QUOTED-KEYWORD] expected a name that is no "
+     "keyword, found 'MAY'; the library keeps MUST a\n"
+     "objectclasses=( 2.1 NAME 'k' ABSTRACT MUST ( a $ MAY $ b ) )\n"
+     "                                                 ^\n"},
+    {"WordOfUnderscores",
+     {{"V3.user.oc", "objectclasses=( 2.1 NAME 'k' ABSTRACT MAY ( _ ) )\n"}},
+     "d/V3.user.oc:1:45: error: [ODD-CHARACTER] expected letters, digits and "
+     "hyphens after a letter, found '_'; the library ends the definition too "
+     "early\n"
+     "objectclasses=( 2.1 NAME 'k' ABSTRACT MAY ( _ ) )\n"
+     "                                            ^\n"
+     "d/V3.user.oc:1:45: warning: [UNDEFINED-ATTRIBUTE] expected the attribute "
+     "'_' to be defined, found no attribute type of this name\n"
+     "objectclasses=( 2.1 NAME 'k' ABSTRACT MAY ( _ ) )\n"
+     "                                            ^\n"},
     {"NoNewlineBehindTheParenthesis",
      {{"V3.user.at", "attributetypes=( 1.9 NAME 'next' DESC 'n' )"}},
      ""},

@@ -47,12 +47,12 @@ bool isClassKind(const std::string &keyword) {
 }
 
 // Enters the values of a clause into the field that it states.
-void state(const Clause &clause, Field *field) {
+void state(const Clause &clause, bool isFlag, Field *field) {
   if (field->isList) {
     for (const Value &value : clause.values) {
       field->values.push_back(value.text);
     }
-  } else if (field->values == flag("", false).values) {
+  } else if (isFlag) {
     *field = flag(field->name, true);
   } else if (!clause.values.empty()) {
     const std::string &text = clause.values.front().text;
@@ -61,16 +61,20 @@ void state(const Clause &clause, Field *field) {
   }
 }
 
-std::vector<Field> noFieldsOf(Kind kind) {
+// The fields of a definition that states none.
+const std::vector<Field> &noFieldsOf(Kind kind) {
+  static const std::vector<Field> kType = fieldsOf(Attribute());
+  static const std::vector<Field> kClass = fieldsOf(ObjectClass());
+  static const std::vector<Field> kStorage = fieldsOf(QORAttribute());
   switch (kind) {
     case Kind::kAttributeType:
-      return fieldsOf(Attribute());
+      return kType;
     case Kind::kObjectClass:
-      return fieldsOf(ObjectClass());
+      return kClass;
     case Kind::kStorage:
       break;
   }
-  return fieldsOf(QORAttribute());
+  return kStorage;
 }
 
 std::set<std::string> lowerSet(const std::vector<std::string> &values) {
@@ -134,7 +138,8 @@ std::vector<Field> fieldsOf(const QORAttribute &storage) {
           flag("APPROX", storage.hasApprox())};
 }
 std::vector<Field> fieldsOf(const Definition &definition) {
-  std::vector<Field> fields = noFieldsOf(definition.kind);
+  const std::vector<Field> &none = noFieldsOf(definition.kind);
+  std::vector<Field> fields = none;
   if (definition.oid) {
     fields.front() = single("OID", definition.oid->text);
   }
@@ -142,9 +147,10 @@ std::vector<Field> fieldsOf(const Definition &definition) {
     if (!clause.known) {
       continue;
     }
-    for (Field &field : fields) {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      Field &field = fields[i];
       if (clause.keyword == field.name) {
-        state(clause, &field);
+        state(clause, none[i].values == flag("", false).values, &field);
       } else if (std::strcmp(field.name, "kind") == 0 &&
                  isClassKind(clause.keyword)) {
         field = single("kind", clause.keyword);

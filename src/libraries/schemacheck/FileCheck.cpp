@@ -143,13 +143,9 @@ class FileCheck {
     if (token == '\r') {
       return "a carriage return";
     }
-    const std::vector<Fault> &faults = m_file.reading.faults;
-    const auto fault =
-        std::lower_bound(faults.begin(), faults.end(), section.keyword.begin,
-                         [](const Fault &one, std::size_t offset) {
-                           return one.at.begin < offset;
-                         });
-    return fault != faults.end() && fault->code == FaultCode::kSectionOpener
+    const auto fault = faultFrom(section.keyword.begin);
+    return fault != m_file.reading.faults.end() &&
+                   fault->code == FaultCode::kSectionOpener
                ? fault->found
                : "something else";
   }
@@ -207,12 +203,14 @@ class FileCheck {
       goOnAt(endOf(section));
       return;
     }
-    check(section.definitions.front());
+    check(section.definitions.front(), section.keyword.end);
   }
 
   void checkBlock(const Section &section) {
+    std::size_t before = section.keyword.end;
     for (const Definition &definition : section.definitions) {
-      check(definition);
+      check(definition, before);
+      before = definition.span.end;
     }
     if (!section.closed) {
       add(Code::kSectionUnclosed, section.keyword.begin,
@@ -239,14 +237,56 @@ class FileCheck {
     }
   }
 
-  // Lets the library read the definition where it stands.
-  void check(const Definition &definition) {
+  // Lets the library read the definition where it stands. What stands between
+  // `before` and it, and is not layout, is part of it to the library.
+  void check(const Definition &definition, std::size_t before) {
+    std::vector<Finding> found;
     if (compareWithKept(m_file, definition, m_library.parse(definition.kind),
-                        &m_library, &m_findings)) {
+                        &m_library, &found)) {
       m_token = m_library.getCurrentToken();
     } else {
       goOnAt(definition.span.end);
+      blameGap(before, definition.span.begin, &found);
     }
+    m_findings.insert(m_findings.end(), found.begin(), found.end());
+  }
+
+  // Where no cause of a difference is known, looks for it in the text before
+  // the definition.
+  void blameGap(std::size_t begin, std::size_t end,
+                std::vector<Finding> *found) const {
+    const auto knowsNoCause = [](const Finding &finding) {
+      return finding.code == Code::kUnreadable ||
+             finding.code == Code::kDiffers;
+    };
+    const auto rest =
+        std::remove_if(found->begin(), found->end(), knowsNoCause);
+    if (rest == found->end()) {
+      return;
+    }
+    const auto stray = faultFrom(begin);
+    const std::size_t carriageReturn = m_file.text.bytes().find('\r', begin);
+    if (stray != m_file.reading.faults.end() && stray->at.begin < end) {
+      found->erase(rest, found->end());
+      found->push_back(findingAt(Code::kPhantom, m_file.text, stray->at.begin,
+                                 "expected '(', found " + stray->found +
+                                     ", which is part of the definition behind "
+                                     "it to the library"));
+    } else if (carriageReturn < end) {
+      found->erase(rest, found->end());
+      found->push_back(findingAt(
+          Code::kCarriageReturn, m_file.text, carriageReturn,
+          "expected '(', found a carriage return, which is part of the "
+          "definition behind it to the library"));
+    }
+  }
+
+  std::vector<Fault>::const_iterator faultFrom(std::size_t offset) const {
+    const std::vector<Fault> &faults = m_file.reading.faults;
+    return std::lower_bound(faults.begin(), faults.end(), offset,
+                            [](const Fault &one, std::size_t begin) {
+                              return one.at.begin < begin;
+                            });
   }
 
   const StrictFile &m_file;

@@ -103,6 +103,12 @@ class Clauses {
 
   // The library reads names up to a field that it knows to follow.
   void suspectNames(const Clause &clause) {
+    if ((clause.keyword == "NAME" || clause.keyword == "DBNAME") &&
+        clause.values.empty() && !clause.parenthesised) {
+      add(Code::kMissingValue, clause,
+          "expected a name behind " + clause.keyword + ", found " +
+              nextInWords());
+    }
     if (clause.keyword == "NAME" && !endsNames()) {
       add(Code::kNamesLast, clause,
           "expected another field behind the names, found " + nextInWords());

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <string_view>
 
+#include "StrictGrammar.h"
 #include "StrictScanner.h"
 #include "Suspects.h"
 
@@ -34,6 +36,11 @@ class Tokens {
       : m_bytes(file.text.bytes()), m_library(*library) {}
 
   std::vector<Suspect> run(const Definition &definition) {
+    for (const Clause &clause : definition.clauses) {
+      for (const Value &value : clause.values) {
+        m_values.push_back(value.span.begin);
+      }
+    }
     StrictScanner scanner(m_bytes, definition.span.begin);
     std::size_t before = definition.span.begin;
     while (true) {
@@ -80,8 +87,13 @@ class Tokens {
     if (code == TOK_DONE) {
       add(Code::kNoNewline, token.span.begin,
           "expected a newline behind the last word of the file, found none");
-    } else if (!isSameEnd(token, m_library.offset())) {
+    } else if (!isSameEnd(token, m_library.offset()) ||
+               (token.type == Token::Type::kWord && code < 256)) {
       explain(token);
+    } else if (token.type == Token::Type::kWord && code != TOK_ID &&
+               isValue(token)) {
+      add(Code::kQuotedKeyword, token.span.begin,
+          "expected a name that is no keyword, found '" + token.text + "'");
     } else if (isQuoted && isNumber(code)) {
       add(Code::kQuotedNumber, token.span.begin,
           "expected another text than that of the number before it, found '" +
@@ -94,6 +106,14 @@ class Tokens {
           "expected another number than the text before it, found " +
               token.text);
     }
+  }
+
+  // Whether a word that the library reads as a keyword is a value. Lists of
+  // names hold the keywords of sections all the same.
+  bool isValue(const Token &token) const {
+    return !sectionForm(token.text) &&
+           std::binary_search(m_values.begin(), m_values.end(),
+                              token.span.begin);
   }
 
   // Behind a number the library passes over blanks.
@@ -141,6 +161,7 @@ class Tokens {
 
   std::string_view m_bytes;
   LibraryReader &m_library;
+  std::vector<std::size_t> m_values;  // where they begin, ascending
   std::vector<Suspect> m_suspects;
 };
 
