@@ -149,6 +149,27 @@ const CheckCase kOid[] = {
      "attribute type, found 'STRUCTURAL'\n"
      "attributetypes=( 1.1 NAME 'a' DESC 'x' APPROX STRUCTURAL )\n"
      "                                              ^\n"},
+    {"KeywordForAnOid",
+     {{"V3.user.at",
+       "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"
+       "QORAttributetypes=( SINGLE-VALUE LENGTH 4 )\n"}},
+     "d/V3.user.at:1:18: warning: [NO-STORAGE] expected a storage definition "
+     "with the OID 1.9, found none\n"
+     "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"
+     "                 ^\n"
+     "d/V3.user.at:2:19: error: [DIFFERS] expected OID SINGLE-VALUE to be "
+     "kept; the library drops it\n"
+     "QORAttributetypes=( SINGLE-VALUE LENGTH 4 )\n"
+     "                  ^\n"
+     "d/V3.user.at:2:21: error: [STORAGE-WITHOUT-TYPE] expected an attribute "
+     "type with the OID SINGLE-VALUE, found none; the library never writes the "
+     "storage definition\n"
+     "QORAttributetypes=( SINGLE-VALUE LENGTH 4 )\n"
+     "                    ^\n"
+     "d/V3.user.at:2:21: warning: [BAD-OID] expected an OID of numbers and "
+     "dots, found 'SINGLE-VALUE'\n"
+     "QORAttributetypes=( SINGLE-VALUE LENGTH 4 )\n"
+     "                    ^\n"},
     {"KeywordInLowerCase",
      {{"V3.user.at", "attributetypes=( 1.1 name 'a' desc 'x' )\n"}},
      "d/V3.user.at:1:22: error: [KEYWORD-SPELLING] expected NAME, found the "
