@@ -189,6 +189,25 @@ TEST_F(CheckTest, HugeInputsEndSoon) {
   }
 }
 
+// The library would read each of these definitions to the end of the file.
+TEST_F(CheckTest, ManyDefinitionsWithoutEndTakeLinearTime) {
+  for (const char *definition :
+       {"attributetypes=( 1.1 NAME 'a' )\n", "attributetypes=( 1.1 NAME \"a\n",
+        "attributetypes=( 1.1 NAME 'a\n", "attributetypes=( 1.1 NAME 'a'\n",
+        "QORAttributetypes=( 1.1 DBNAME 'a' )\n",
+        "attributetypes=( 1.1 NAME 'a' DESC '\x80' ) "}) {
+    SCOPED_TRACE(definition);
+    std::string many;
+    for (int i = 0; i < 6000; ++i) {
+      many += definition;
+    }
+    write("old/V3.user.at", many);
+    const CommandResult result = run({"check", "old"}, withLimits);
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.status, 1);
+  }
+}
+
 TEST_F(CheckTest, TheExamplesAreClean) {
   expectResult(
       runOnExamples({"check", "old-installation", "new-release",

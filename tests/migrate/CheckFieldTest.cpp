@@ -80,6 +80,110 @@ const CheckCase kField[] = {
      "behind EQUALITY, found the text '2.5.13.2'; the library drops it\n"
      "attributetypes=( 1.1 NAME 'a' EQUALITY '2.5.13.2' )\n"
      "                                       ^\n"},
+    {"QuotedNumbersInAList",
+     {{"V3.user.oc",
+       "objectclasses=( 9.1 NAME 'a' STRUCTURAL MUST ( '1.9' ) )\n"},
+      {"V3.user.at", "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"}},
+     "d/V3.user.oc:1:15: error: [REWRITING] expected MUST 1.9 to read back as "
+     "it is written, found (none)\n"
+     "objectclasses=( 9.1 NAME 'a' STRUCTURAL MUST ( '1.9' ) )\n"
+     "              ^\n"
+     "d/V3.user.oc:1:15: error: [REWRITING] expected OID 9.1 to read back as "
+     "it is written, found 1.9\n"
+     "objectclasses=( 9.1 NAME 'a' STRUCTURAL MUST ( '1.9' ) )\n"
+     "              ^\n"
+     "d/V3.user.oc:1:48: warning: [QUOTES] expected a value without quotes "
+     "behind MUST, found the text '1.9'\n"
+     "objectclasses=( 9.1 NAME 'a' STRUCTURAL MUST ( '1.9' ) )\n"
+     "                                               ^\n"},
+    {"QuotedWords",
+     {{"V3.user.at", "attributetypes=( 1.1 NAME 'a' USAGE 'two words' )\n"}},
+     "d/V3.user.at:1:16: error: [REWRITING] expected OID 1.1 to read back as "
+     "it is written, found words\n"
+     "attributetypes=( 1.1 NAME 'a' USAGE 'two words' )\n"
+     "               ^\n"
+     "d/V3.user.at:1:16: error: [REWRITING] expected USAGE two words to read "
+     "back as it is written, found two\n"
+     "attributetypes=( 1.1 NAME 'a' USAGE 'two words' )\n"
+     "               ^\n"
+     "d/V3.user.at:1:37: warning: [QUOTES] expected a value without quotes "
+     "behind USAGE, found the text 'two words'\n"
+     "attributetypes=( 1.1 NAME 'a' USAGE 'two words' )\n"
+     "                                    ^\n"
+     "d/V3.user.at:1:37: warning: [BAD-USAGE] expected userApplications, "
+     "directoryOperation, distributedOperation or dSAOperation, found 'two "
+     "words'\n"
+     "attributetypes=( 1.1 NAME 'a' USAGE 'two words' )\n"
+     "                                    ^\n"},
+    {"QuotedDefinition",
+     {{"V3.user.oc",
+       "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+       "objectclasses=( 1.2 NAME'SUP k )\n"},
+      {"V3.user.at", "attributetypes=( 1.3 NAME 'a' DESC 'x' )\n"}},
+     "d/V3.user.oc:1:15: error: [REWRITING] expected MAY (none) to read back "
+     "as it is written, found d\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "              ^\n"
+     "d/V3.user.oc:1:15: error: [REWRITING] expected MUST a c ) MAY d ) "
+     "objectclasses=( 1.2 NAME to read back as it is written, found a c\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "              ^\n"
+     "d/V3.user.oc:1:46: warning: [LIST-FORM] expected ')' at the end of the "
+     "list of MUST, found the word 'SUP'\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "                                             ^\n"
+     "d/V3.user.oc:1:49: warning: [LIST-FORM] expected '$' behind 'a', found "
+     "the text 'c ) MAY d ) objectclasses=( 1.2 NAME'\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "                                                ^\n"
+     "d/V3.user.oc:1:49: warning: [QUOTES] expected a value without quotes "
+     "behind MUST, found the text 'c ) MAY d ) objectclasses=( 1.2 NAME'\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "                                                ^\n"
+     "d/V3.user.oc:1:49: warning: [UNDEFINED-ATTRIBUTE] expected the attribute "
+     "'c ) MAY d ) objectclasses=( 1.2 NAME' to be defined, found no attribute "
+     "type of this name\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "                                                ^\n"
+     "d/V3.user.oc:1:91: warning: [UNDEFINED-SUPERIOR] expected the superior "
+     "'k' to be defined, found no object class of this name\n"
+     "objectclasses=( 1.1 NAME 'a' STRUCTURAL MUST ( a'c ) MAY d ) "
+     "objectclasses=( 1.2 NAME'SUP k )\n"
+     "                                                                         "
+     "                 ^\n"},
+    {"QuotedNothing",
+     {{"V3.user.at",
+       "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"
+       "QORAttributetypes=( 1.9 LENGTH '' ACCESS-CLASS '' EQUALITY )\n"}},
+     "d/V3.user.at:2:19: error: [REWRITING] expected EQUALITY yes to read back "
+     "as it is written, found no\n"
+     "QORAttributetypes=( 1.9 LENGTH '' ACCESS-CLASS '' EQUALITY )\n"
+     "                  ^\n"
+     "d/V3.user.at:2:19: error: [REWRITING] expected LENGTH (none) to read "
+     "back as it is written, found EQUALITY\n"
+     "QORAttributetypes=( 1.9 LENGTH '' ACCESS-CLASS '' EQUALITY )\n"
+     "                  ^\n"
+     "d/V3.user.at:2:32: warning: [QUOTES] expected a value without quotes "
+     "behind LENGTH, found the text ''\n"
+     "QORAttributetypes=( 1.9 LENGTH '' ACCESS-CLASS '' EQUALITY )\n"
+     "                               ^\n"
+     "d/V3.user.at:2:48: warning: [QUOTES] expected a value without quotes "
+     "behind ACCESS-CLASS, found the text ''\n"
+     "QORAttributetypes=( 1.9 LENGTH '' ACCESS-CLASS '' EQUALITY )\n"
+     "                                               ^\n"},
+    {"TwoKinds",
+     {{"V3.user.oc",
+       "objectclasses=( 2.1 NAME 'k' ABSTRACT DESC 'x' AUXILIARY )\n"}},
+     "d/V3.user.oc:1:48: warning: [REPEATED-FIELD] expected the kind of the "
+     "object class once, found it again\n"
+     "objectclasses=( 2.1 NAME 'k' ABSTRACT DESC 'x' AUXILIARY )\n"
+     "                                               ^\n"},
     {"UnquotedName",
      {{"V3.user.at", "attributetypes=( 1.1 NAME a DESC 'x' )\n"}},
      "d/V3.user.at:1:27: warning: [QUOTES] expected a quoted string behind "

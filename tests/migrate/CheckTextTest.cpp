@@ -82,6 +82,20 @@ const CheckCase kText[] = {
      "apostrophes, found one; the library keeps OID s\n"
      "attributetypes=( 1.1 NAME 'a' DESC 'It's the user's' SINGLE-VALUE )\n"
      "                                      ^\n"},
+    {"ApostropheInNamesToTheEndOfTheFile",
+     {{"V3.user.oc", "objectclasses=( 2.1 NAME 'a'b' SUP k )\n"}},
+     "d/V3.user.oc:1:26: warning: [BAD-NAME] expected a letter and then "
+     "letters, digits or hyphens, found 'a'b'\n"
+     "objectclasses=( 2.1 NAME 'a'b' SUP k )\n"
+     "                         ^\n"
+     "d/V3.user.oc:1:28: error: [APOSTROPHE] expected a quoted text without "
+     "apostrophes, found one; the library would never come back\n"
+     "objectclasses=( 2.1 NAME 'a'b' SUP k )\n"
+     "                           ^\n"
+     "d/V3.user.oc:1:36: warning: [UNDEFINED-SUPERIOR] expected the superior "
+     "'k' to be defined, found no object class of this name\n"
+     "objectclasses=( 2.1 NAME 'a'b' SUP k )\n"
+     "                                   ^\n"},
     {"LineBreak",
      {{"V3.user.at",
        "attributetypes=( 1.1 NAME 'a' DESC 'one\n"

@@ -1,14 +1,10 @@
 // The command show, as a user runs it.
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 
 #include <string>
 #include <vector>
 
 #include "CommandsTesting.h"
-#include "ObjectClass.h"
-#include "SchemaLine.h"
 
 namespace {
 
@@ -375,50 +371,6 @@ TEST_F(ShowTest, NamesTheFilesThatAreNotThere) {
   const CommandResult result = runAsItIs({"show", "--dir", "old", "a"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error, onlyThere("old", "V3.user.oc"));
-}
-
-// While it exists, a resource of the process is limited.
-class Limited {
- public:
-  Limited(decltype(RLIMIT_NOFILE) resource, rlim_t limit)
-      : m_resource(resource) {
-    getrlimit(m_resource, &m_before);
-    const rlimit after = {limit, m_before.rlim_max};
-    setrlimit(m_resource, &after);
-  }
-  ~Limited() { setrlimit(m_resource, &m_before); }
-
-  Limited(const Limited &) = delete;
-  Limited &operator=(const Limited &) = delete;
-
- private:
-  const decltype(RLIMIT_NOFILE) m_resource;
-  rlimit m_before{};
-};
-
-// The lowest descriptor that is free.
-int nextDescriptor() {
-  const int descriptor = dup(STDOUT_FILENO);
-  close(descriptor);
-  return descriptor;
-}
-
-TEST(SchemaLineTest, WithoutRoomIsTroubleAndLeavesNoFileOpen) {
-  ObjectClass definition;
-  const int next = nextDescriptor();
-  const auto troubleWith = [&definition](auto resource, rlim_t limit) {
-    const Limited limited(resource, limit);
-    return troubleOf([&definition] { return schemaLine(&definition); });
-  };
-  EXPECT_EQ(troubleWith(RLIMIT_NOFILE, static_cast<rlim_t>(next)),
-            "error: cannot make a file in memory: Too many open files");
-  EXPECT_EQ(troubleWith(RLIMIT_NOFILE, static_cast<rlim_t>(next) + 1),
-            "error: cannot open a file in memory: Too many open files");
-  const auto before = signal(SIGXFSZ, SIG_IGN);
-  EXPECT_EQ(troubleWith(RLIMIT_FSIZE, 0),
-            "error: cannot write a file in memory: File too large");
-  signal(SIGXFSZ, before);
-  EXPECT_EQ(nextDescriptor(), next);
 }
 
 TEST_F(ShowTest, WarnsOfWhatTheKeysLeadToAlone) {

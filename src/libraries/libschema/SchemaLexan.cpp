@@ -68,6 +68,10 @@ bool is(unsigned char role, char c) {
 
 }  // namespace
 
+inline std::streambuf *SchemaLexan::source() {
+  return static_cast<std::ios &>(m_infile).rdbuf();
+}
+
 // Takes the character straight from the stream's buffer, and keeps the stream's
 // state as an extraction through the stream would.
 inline bool SchemaLexan::readCharacter(char &c) {
@@ -76,7 +80,7 @@ inline bool SchemaLexan::readCharacter(char &c) {
     return false;
   }
   try {
-    const Traits::int_type next = m_infile.rdbuf()->sbumpc();
+    const Traits::int_type next = source()->sbumpc();
     if (!Traits::eq_int_type(next, Traits::eof())) {
       c = Traits::to_char_type(next);
       return true;
@@ -228,13 +232,17 @@ void SchemaLexan::skip(int n, std::ofstream &out) {
 
 void SchemaLexan::closeFile() { m_infile.close(); }
 
+void SchemaLexan::readFrom(std::streambuf *source) {
+  static_cast<std::ios &>(m_infile).rdbuf(source);
+}
+
 std::streamoff SchemaLexan::position() {
-  return m_infile.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
+  return source()->pubseekoff(0, std::ios::cur, std::ios::in);
 }
 
 void SchemaLexan::reposition(std::streamoff offset, int line) {
   m_infile.clear();
-  m_infile.rdbuf()->pubseekpos(offset, std::ios::in);
+  source()->pubseekpos(offset, std::ios::in);
   m_line_num = line;
 }
 
@@ -249,7 +257,7 @@ bool SchemaLexan::isValidCharacter(char c) {
 
 void SchemaLexan::putBack() {
   if (m_infile.good()) {
-    m_infile.rdbuf()->sungetc();
+    source()->sungetc();
   }
 }
 

@@ -123,15 +123,20 @@ class SchemaLexan : public Clex_analyzer {
   void closeFile();
 
  protected:
-  // For derived classes that tell where in the file something stands, or go on
-  // behind something that could not be read. position() is how many bytes of
-  // the file the tokens so far have used up, -1 when there is no file; it asks
-  // the system. reposition() makes the byte at `offset` the next to be read and
-  // `line` its line; the current token stays what it is.
+  // For derived classes that read what is no file, tell where something stands,
+  // or go on behind something that could not be read. readFrom() takes the
+  // characters from `source` from now on, which is not owned. position() is how
+  // many bytes the tokens so far have used up, -1 when there is no file; of a
+  // file it asks the system. reposition() makes the byte at `offset` the next
+  // to be read and `line` its line. The current token stays what it is.
+  void readFrom(std::streambuf *source);
   std::streamoff position();
   void reposition(std::streamoff offset, int line);
 
  private:
+  // Where the characters come from: the file, or what readFrom() was given.
+  std::streambuf *source();
+
   // Whether `c` is an ASCII character.
   bool isValidCharacter(char c);
 

@@ -15,7 +15,7 @@ std::vector<Finding> checkDirectory(const SchemaDirectory &directory) {
     std::move(more.begin(), more.end(), std::back_inserter(findings));
   };
   for (const StrictFile &file : directory.files()) {
-    add(checkFile(directory, file));
+    add(checkFile(file));
   }
   add(checkDefinitions(directory));
   add(checkReferences(directory));

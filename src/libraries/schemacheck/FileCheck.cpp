@@ -39,12 +39,16 @@ bool isKeyword(const std::string &spelling) {
   return false;
 }
 
+// How far behind its end a definition is followed that has lost it. Without a
+// limit, many of them would take the square of the file's size.
+constexpr std::size_t kFollowed = 2048;
+
 class FileCheck {
  public:
-  FileCheck(const SchemaDirectory &directory, const StrictFile &file)
+  explicit FileCheck(const StrictFile &file)
       : m_file(file),
         m_sections(file.reading.sections),
-        m_library(directory.path().string(), kSchemaFiles[file.number].name) {}
+        m_library(file.text.bytes()) {}
 
   // The loop of SchemaManager::readFile().
   std::vector<Finding> run() {
@@ -185,12 +189,16 @@ class FileCheck {
     checkApart(section);
   }
 
+  Kept parse(const Definition &definition) {
+    return m_library.parse(definition.kind, definition.span.end + kFollowed);
+  }
+
   // Checks the definitions of a section that the library does not come to.
   void checkApart(const Section &section) {
     for (const Definition &definition : section.definitions) {
       m_library.goTo(definition.span.begin);
-      compareWithKept(m_file, definition, m_library.parse(section.kind),
-                      &m_library, &m_findings);
+      compareWithKept(m_file, definition, parse(definition), &m_library,
+                      &m_reader, &m_findings);
     }
     goOnAt(endOf(section));
   }
@@ -224,9 +232,10 @@ class FileCheck {
     while (m_token != '}' || first) {
       first = false;
       const std::size_t at = m_library.offset() - 1;
-      const Kept kept = m_library.parse(section.kind);
+      const Kept kept = m_library.parse(section.kind, at + kFollowed);
       m_token = m_library.getCurrentToken();
       if (kept.end == Kept::End::kCutOff || kept.end == Kept::End::kEndless ||
+          kept.end == Kept::End::kBeyond ||
           !kept.fields.front().values.empty()) {
         add(Code::kPhantom, at,
             "expected '}' or a definition, found what is a definition to the "
@@ -241,8 +250,8 @@ class FileCheck {
   // `before` and it, and is not layout, is part of it to the library.
   void check(const Definition &definition, std::size_t before) {
     std::vector<Finding> found;
-    if (compareWithKept(m_file, definition, m_library.parse(definition.kind),
-                        &m_library, &found)) {
+    if (compareWithKept(m_file, definition, parse(definition), &m_library,
+                        &m_reader, &found)) {
       m_token = m_library.getCurrentToken();
     } else {
       goOnAt(definition.span.end);
@@ -293,15 +302,15 @@ class FileCheck {
   const std::vector<Section> &m_sections;
   std::size_t m_next = 0;  // the section to come
   LibraryReader m_library;
+  LibraryReader m_reader{""};  // of what the library would write
   int m_token = 0;
   std::vector<Finding> m_findings;
 };
 
 }  // namespace
 
-std::vector<Finding> checkFile(const SchemaDirectory &directory,
-                               const StrictFile &file) {
-  return FileCheck(directory, file).run();
+std::vector<Finding> checkFile(const StrictFile &file) {
+  return FileCheck(file).run();
 }
 
 }  // namespace schemacheck

@@ -20,8 +20,7 @@ namespace schemacheck {
 // that a warning names.
 //
 // Takes time linear in the size of the file.
-std::vector<Finding> checkFile(const SchemaDirectory &directory,
-                               const StrictFile &file);
+std::vector<Finding> checkFile(const StrictFile &file);
 
 }  // namespace schemacheck
 

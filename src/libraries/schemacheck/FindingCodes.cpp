@@ -204,6 +204,12 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "A name that is the keyword of a section, such as objectClasses, is kept "
      "in the spelling of the keyword.",
      "None: names are compared in any case."},
+    {Code::kRewriting, "REWRITING", Severity::kError,
+     "The library writes the definition in a form that it reads as another "
+     "one; a value that stands in quotes is written without them, for "
+     "instance.",
+     "Write the value in the form of the field, as a name or a number without "
+     "quotes."},
     {Code::kDiffers, "DIFFERS", Severity::kError,
      "The library keeps something else than the file says, for a reason that "
      "has no code of its own.",

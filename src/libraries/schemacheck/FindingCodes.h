@@ -70,6 +70,7 @@ enum class Code {
   kRepeatedField,
   kReverse,
   kSpelling,
+  kRewriting,
   kDiffers,
   // Definitions against each other.
   kNoOid,

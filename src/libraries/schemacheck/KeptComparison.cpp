@@ -39,17 +39,20 @@ constexpr std::size_t kMost = 100;
 
 bool canBeEndless(Code code) {
   return code == Code::kCollective || code == Code::kEndlessNames ||
+         code == Code::kNamesLast || code == Code::kColumnsLast ||
          code == Code::kUnclosed;
 }
 
 class KeptComparison {
  public:
   KeptComparison(const StrictFile &file, const Definition &definition,
-                 const Kept &kept, LibraryReader *library)
+                 const Kept &kept, LibraryReader *library,
+                 LibraryReader *reader)
       : m_file(file),
         m_definition(definition),
         m_kept(kept),
-        m_library(library) {}
+        m_library(library),
+        m_reader(reader) {}
 
   bool run() {
     Difference difference = compare();
@@ -81,6 +84,9 @@ class KeptComparison {
             suspect.message);
       }
     }
+    if (!m_hasError) {
+      rewrite();
+    }
     return true;
   }
 
@@ -88,6 +94,7 @@ class KeptComparison {
 
  private:
   void add(Code code, std::size_t offset, std::string message) {
+    m_hasError = m_hasError || describe(code).severity == Severity::kError;
     const std::size_t number = ++m_numbers[code];
     if (number > kMost) {
       return;
@@ -97,6 +104,33 @@ class KeptComparison {
     }
     m_findings.push_back(
         findingAt(code, m_file.text, offset, std::move(message)));
+  }
+
+  // Compares with what is read of the definition once the library has written
+  // it. (That an object class without a name cannot be read is said elsewhere.)
+  void rewrite() {
+    if (m_definition.kind == Kind::kObjectClass &&
+        m_kept.fields[1].values.empty()) {
+      return;
+    }
+    m_reader->setText(m_kept.line);
+    m_reader->lexan();  // the keyword
+    m_reader->lexan();  // "="
+    const Kept again = m_reader->parse(m_definition.kind, m_kept.line.size());
+    for (std::size_t i = 0; i < again.fields.size(); ++i) {
+      const Field &before = m_kept.fields[i];
+      if (before.values != again.fields[i].values) {
+        add(Code::kRewriting, m_definition.span.begin,
+            std::string("expected ") + before.name + " " + before.text() +
+                " to read back as it is written, found " +
+                again.fields[i].text());
+      }
+    }
+    if (again.end != Kept::End::kClosed && !m_hasError) {
+      add(Code::kRewriting, m_definition.span.begin,
+          "expected the definition to end where it does when it is written, "
+          "found that it does not");
+    }
   }
 
   // Names that are keywords of sections are kept in the spelling of those.
@@ -146,6 +180,9 @@ class KeptComparison {
   void blame(const std::vector<Suspect> &suspects,
              const Difference &difference) {
     const std::string effect = effectOf(difference);
+    const bool isEndlessKnown =
+        std::any_of(suspects.begin(), suspects.end(),
+                    [](const Suspect &one) { return canBeEndless(one.code); });
     bool blamed = false;
     for (const Suspect &suspect : suspects) {
       const bool isEndless = m_kept.end == Kept::End::kEndless &&
@@ -154,8 +191,8 @@ class KeptComparison {
       const Code code = isEndless ? Code::kEndlessNames : suspect.code;
       const bool isError = describe(code).severity == Severity::kError;
       blamed = blamed || isError;
-      const bool hasEffect =
-          isError && (m_kept.end != Kept::End::kEndless || canBeEndless(code));
+      const bool hasEffect = isError && (m_kept.end != Kept::End::kEndless ||
+                                         canBeEndless(code) || !isEndlessKnown);
       add(code, suspect.offset, suspect.message + (hasEffect ? effect : ""));
     }
     if (blamed) {
@@ -208,6 +245,8 @@ class KeptComparison {
   const Definition &m_definition;
   const Kept &m_kept;
   LibraryReader *m_library;
+  LibraryReader *m_reader;
+  bool m_hasError = false;  // whether one was reported
   std::vector<Finding> m_findings;
   std::map<Code, std::size_t> m_numbers;  // of findings
 };
@@ -216,8 +255,8 @@ class KeptComparison {
 
 bool compareWithKept(const StrictFile &file, const Definition &definition,
                      const Kept &kept, LibraryReader *library,
-                     std::vector<Finding> *findings) {
-  KeptComparison comparison(file, definition, kept, library);
+                     LibraryReader *reader, std::vector<Finding> *findings) {
+  KeptComparison comparison(file, definition, kept, library, reader);
   const bool same = comparison.run();
   for (Finding &finding : comparison.takeFindings()) {
     findings->push_back(std::move(finding));

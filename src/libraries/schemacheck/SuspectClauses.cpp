@@ -33,7 +33,7 @@ class Clauses {
         suspectUnknown(clause);
         continue;
       }
-      if (!m_seen.insert(clause.keyword).second) {
+      if (!m_seen.insert(fieldOf(clause)).second) {
         suspectRepeated(clause);
       }
       suspectNames(clause);
@@ -74,6 +74,13 @@ class Clauses {
         {code, clause.span.begin, std::move(message), "", std::nullopt, true});
   }
 
+  // The three kinds of an object class are one field.
+  static std::string fieldOf(const Clause &clause) {
+    return isOneOf(clause.keyword, {"ABSTRACT", "STRUCTURAL", "AUXILIARY"})
+               ? "the kind of the object class"
+               : clause.keyword;
+  }
+
   // X- extensions, words that are no field, values that no field takes.
   void suspectUnknown(const Clause &clause) {
     const std::string what = !clause.keyword.empty() ? clause.keyword
@@ -97,7 +104,7 @@ class Clauses {
           "of the OID");
     } else {
       addAlways(Code::kRepeatedField, clause,
-                "expected " + clause.keyword + " once, found it again");
+                "expected " + fieldOf(clause) + " once, found it again");
     }
   }
 
@@ -189,7 +196,8 @@ class Clauses {
             "expected a name, found the OID " + value.text);
       }
     }
-    if (!clause.parenthesised && !isBareSuperior && m_next == nullptr) {
+    if (!clause.parenthesised && !clause.values.empty() && !isBareSuperior &&
+        m_next == nullptr) {
       add(Code::kBareListLast, clause,
           "expected parentheses around the last list of an object class, "
           "found none");
