@@ -48,7 +48,8 @@ const CheckCase kEnd[] = {
      "gives the file up here\n"
      "QORAttributetypes=( 1.1 DBNAME 'A' REVERSE )\n"
      "                        ^\n"
-     "d/V3.user.at:2:36: warning: [REVERSE] REVERSE is not kept\n"
+     "d/V3.user.at:2:36: warning: [REVERSE] expected no REVERSE, found it; the "
+     "library drops it\n"
      "QORAttributetypes=( 1.1 DBNAME 'A' REVERSE )\n"
      "                                   ^\n"
      "d/V3.user.at:3:18: warning: [NO-STORAGE] expected a storage definition "
@@ -156,10 +157,23 @@ const CheckCase kEnd[] = {
      "found ATTRIBUTETYPES; the library skips the section, definitions: 2\n"
      "ATTRIBUTETYPES {\n"
      "^\n"
-     "d/V3.user.at:2:16: error: [COLLECTIVE] COLLECTIVE is not supported in an "
-     "attribute type; the library would never come back\n"
+     "d/V3.user.at:2:16: error: [COLLECTIVE] expected no COLLECTIVE in an "
+     "attribute type, found it; the library would never come back\n"
      "( 1.1 NAME 'a' COLLECTIVE )\n"
      "               ^\n"},
+    {"SectionOfAnUnknownKind",
+     {{"V3.user.at",
+       "attributetypez=( NAME 1.1 ( 'a' ) DESC 'x' )\n"
+       "nameforms { ( 1.2 NAME 'n' OC person MUST cn ) }\n"
+       "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"}},
+     "d/V3.user.at:1:1: error: [SECTION-SPELLING] expected the keyword of a "
+     "section, found the word 'attributetypez'; the library passes over it\n"
+     "attributetypez=( NAME 1.1 ( 'a' ) DESC 'x' )\n"
+     "^\n"
+     "d/V3.user.at:2:13: error: [OUTSIDE-SECTION] expected the keyword of a "
+     "section before the definition, found '('; the library passes over it\n"
+     "nameforms { ( 1.2 NAME 'n' OC person MUST cn ) }\n"
+     "            ^\n"},
     {"SectionInTheSingular",
      {{"V3.user.at",
        "attributetype ( 1.1 NAME 'a' DESC 'x' )\n"

@@ -12,8 +12,8 @@ const CheckCase kEndless[] = {
      {{"V3.user.at",
        "attributetypes=( 1.1 NAME 'a' COLLECTIVE )\n"
        "attributetypes=( 1.9 NAME 'next' DESC 'n' )\n"}},
-     "d/V3.user.at:1:31: error: [COLLECTIVE] COLLECTIVE is not supported in an "
-     "attribute type; the library would never come back\n"
+     "d/V3.user.at:1:31: error: [COLLECTIVE] expected no COLLECTIVE in an "
+     "attribute type, found it; the library would never come back\n"
      "attributetypes=( 1.1 NAME 'a' COLLECTIVE )\n"
      "                              ^\n"},
     {"CollectiveInABlock",
@@ -22,8 +22,8 @@ const CheckCase kEndless[] = {
        "( 1.1 NAME 'a' COLLECTIVE )\n"
        "( 1.2 NAME 'b' DESC 'x' )\n"
        "}\n"}},
-     "d/V3.user.at:2:16: error: [COLLECTIVE] COLLECTIVE is not supported in an "
-     "attribute type; the library would never come back\n"
+     "d/V3.user.at:2:16: error: [COLLECTIVE] expected no COLLECTIVE in an "
+     "attribute type, found it; the library would never come back\n"
      "( 1.1 NAME 'a' COLLECTIVE )\n"
      "               ^\n"},
     {"CollectiveBehindWhatIsDropped",
@@ -35,8 +35,8 @@ const CheckCase kEndless[] = {
      "attributetypes=( 1.1 NAME 'a' EQUALITY caseIgnoreMatch COLLECTIVE X-A "
      "'b' )\n"
      "                                       ^\n"
-     "d/V3.user.at:1:56: error: [COLLECTIVE] COLLECTIVE is not supported in an "
-     "attribute type; the library would never come back\n"
+     "d/V3.user.at:1:56: error: [COLLECTIVE] expected no COLLECTIVE in an "
+     "attribute type, found it; the library would never come back\n"
      "attributetypes=( 1.1 NAME 'a' EQUALITY caseIgnoreMatch COLLECTIVE X-A "
      "'b' )\n"
      "                                                       ^\n"

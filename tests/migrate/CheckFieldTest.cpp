@@ -54,7 +54,8 @@ const CheckCase kField[] = {
      {{"V3.user.at",
        "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
        "QORAttributetypes=( 1.1 DBNAME ( 'A' ) REVERSE )\n"}},
-     "d/V3.user.at:2:40: warning: [REVERSE] REVERSE is not kept\n"
+     "d/V3.user.at:2:40: warning: [REVERSE] expected no REVERSE, found it; the "
+     "library drops it\n"
      "QORAttributetypes=( 1.1 DBNAME ( 'A' ) REVERSE )\n"
      "                                       ^\n"},
     {"SecondSuperior",

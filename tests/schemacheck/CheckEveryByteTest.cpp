@@ -40,6 +40,10 @@ const std::map<std::string, std::string> kClean = {
      "( 1.2 NAME 'c' OBSOLETE )\n"
      "( 1.3 NAME 'd'\n NO-USER-MODIFICATION USAGE dSAOperation ) }\n"
      "QORAttributetypes { ( 1.2 DBNAME ( 'C' ) APPROX ) ( 1.3 LENGTH 4 ) }\n"},
+    {"V3.system.at",
+     "attributetypes=(1.4 NAME('e''f')DESC'x'SYNTAX "
+     "1.3.6.1.4.1.1466.115.121.1.15{8}SINGLE-VALUE)\r\n"
+     "QORAttributetypes=(1.4 DBNAME('E')LENGTH 8)\r\n"},
     {"V3.user.oc",
      "objectclasses=( 3.1 NAME 'k' DESC 'z' SUP ( l ) AUXILIARY MUST ( a $ "
      "c ) MAY ( d ) )\n"

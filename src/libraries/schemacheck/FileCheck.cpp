@@ -71,6 +71,18 @@ class FileCheck {
         findingAt(code, m_file.text, offset, std::move(message)));
   }
 
+  // Whether a line goes on like a section whose keyword nobody knows: with "="
+  // or "{" and a parenthesis.
+  bool looksLikeSection(std::size_t offset) const {
+    const std::string &bytes = m_file.text.bytes();
+    const std::size_t opener = bytes.find_first_of("={\n", offset);
+    if (opener == std::string::npos || bytes[opener] == '\n') {
+      return false;
+    }
+    const std::size_t next = bytes.find_first_not_of(" \t", opener + 1);
+    return next != std::string::npos && bytes[next] == '(';
+  }
+
   // Reports what stands in no section and what in a block stands in no
   // definition.
   void reportOutside() {
@@ -95,6 +107,10 @@ class FileCheck {
           "expected " + fault.expected + ", found " + fault.found;
       if (fault.code == FaultCode::kDefinitionOutside) {
         add(Code::kOutsideSection, fault.at.begin,
+            message + "; the library passes over it");
+      } else if (fault.code == FaultCode::kStray &&
+                 looksLikeSection(fault.at.begin)) {
+        add(Code::kSectionSpelling, fault.at.begin,
             message + "; the library passes over it");
       } else if (fault.code == FaultCode::kStray ||
                  fault.code == FaultCode::kQuoteUnclosed) {

@@ -46,7 +46,8 @@ class Clauses {
           break;
         case Kind::kStorage:
           if (clause.keyword == "REVERSE") {
-            addAlways(Code::kReverse, clause, "REVERSE is not kept");
+            addAlways(Code::kReverse, clause,
+                      "expected no REVERSE, found it; the library drops it");
           }
           break;
       }
@@ -162,7 +163,7 @@ class Clauses {
   void suspectOfType(const Clause &clause) {
     if (clause.keyword == "COLLECTIVE") {
       add(Code::kCollective, clause,
-          "COLLECTIVE is not supported in an attribute type");
+          "expected no COLLECTIVE in an attribute type, found it");
     } else if (clause.keyword == "SUP" && clause.parenthesised) {
       add(Code::kSuperiorList, clause,
           "expected one superior without parentheses, found a list");
