@@ -208,6 +208,23 @@ TEST_F(CheckTest, ManyDefinitionsWithoutEndTakeLinearTime) {
   }
 }
 
+TEST_F(CheckTest, WhatIsNoSchemaFileIsGivenUp) {
+  std::string text = "attributetypes {";
+  for (int i = 0; i < 1000; ++i) {
+    text += std::string(1000, '(') + '\n';
+  }
+  write("old/V3.user.at", text);
+  const CommandResult result = run({"check", "old"}, withLimits);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.out.find("error: [TOO-DAMAGED] expected a schema file, "
+                            "found 10000 departures from its form; the rest is "
+                            "not checked\n"),
+            std::string::npos);
+  EXPECT_EQ(count(result.out, "[TOO-DAMAGED]"), 1U);
+  EXPECT_LT(count(result.out, ": error: ["), 50000U);
+}
+
 TEST_F(CheckTest, TheExamplesAreClean) {
   expectResult(
       runOnExamples({"check", "old-installation", "new-release",

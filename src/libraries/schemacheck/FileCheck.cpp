@@ -48,7 +48,7 @@ class FileCheck {
   explicit FileCheck(const StrictFile &file)
       : m_file(file),
         m_sections(file.reading.sections),
-        m_library(file.text.bytes()) {}
+        m_library(file.text.bytes().substr(0, file.reading.end)) {}
 
   // The loop of SchemaManager::readFile().
   std::vector<Finding> run() {
@@ -60,8 +60,13 @@ class FileCheck {
         m_token = m_library.lexan();
       }
     }
-    skipSections(m_file.text.bytes().size() + 1);
+    skipSections(m_file.reading.end + 1);
     reportOutside();
+    if (m_file.reading.end < m_file.text.bytes().size()) {
+      add(Code::kTooDamaged, m_file.reading.end,
+          "expected a schema file, found " + std::to_string(kMostFaults) +
+              " departures from its form; the rest is not checked");
+    }
     return std::move(m_findings);
   }
 

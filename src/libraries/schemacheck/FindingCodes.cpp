@@ -36,6 +36,10 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "The file holds a zero byte, as compressed files and texts in UTF-16 do. "
      "It is not checked further.",
      "Put the text in ASCII there."},
+    {Code::kTooDamaged, "TOO-DAMAGED", Severity::kError,
+     "The file departs from the form of schema files so often that it seems to "
+     "be something else. It is not checked further.",
+     "Put the right file there, or mend what was found so far."},
     {Code::kCollective, "COLLECTIVE", Severity::kError,
      "The library does not return from an attribute type with COLLECTIVE.",
      "Take COLLECTIVE out, or take the definition out."},

@@ -23,6 +23,7 @@ enum class Code {
   kEmptyFile,
   kLargeFile,
   kBinaryFile,
+  kTooDamaged,
   // Readings that do not end.
   kCollective,
   kEndlessNames,

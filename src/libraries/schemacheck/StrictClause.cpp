@@ -322,6 +322,9 @@ void ClauseReader::skipStray(const char *expected) {
 void ClauseReader::fault(FaultCode code, Span at, std::string expected,
                          std::string found) {
   m_faults.push_back({code, at, std::move(expected), std::move(found)});
+  if (m_faults.size() >= kMostFaults) {
+    m_tokens.stop();
+  }
 }
 
 }  // namespace schemacheck

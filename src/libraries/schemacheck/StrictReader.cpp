@@ -28,6 +28,7 @@ class FileReader {
         skipStray(nullptr);
       }
     }
+    m_reading.end = m_tokens.textEnd();
     // What is missing is found later than what comes before its end.
     std::stable_sort(
         m_reading.faults.begin(), m_reading.faults.end(),
@@ -173,6 +174,9 @@ class FileReader {
   void fault(FaultCode code, Span at, std::string expected, std::string found) {
     m_reading.faults.push_back(
         {code, at, std::move(expected), std::move(found)});
+    if (m_reading.faults.size() >= kMostFaults) {
+      m_tokens.stop();
+    }
   }
 
   const SourceText &m_text;

@@ -97,9 +97,14 @@ struct Fault {
   std::string found;
 };
 
+// A file with this many faults is read no further: it is something else than a
+// schema file, and what it holds would fill the memory.
+constexpr std::size_t kMostFaults = 10000;
+
 struct Reading {
   std::vector<Section> sections;
   std::vector<Fault> faults;  // in the order of their positions
+  std::size_t end = 0;        // how far the file was read
 };
 
 // Reads a file by the grammar of RFC 4512, sections 4.1.1 and 4.1.2, in

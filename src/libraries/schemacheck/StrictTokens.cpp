@@ -46,9 +46,22 @@ std::string inWords(const Token &token) {
 
 const Token &StrictTokens::peek(std::size_t i) {
   while (m_ahead.size() <= i) {
-    m_ahead.push_back(m_scanner.next());
+    m_ahead.push_back(m_stopped ? endToken() : m_scanner.next());
   }
   return m_ahead[i];
+}
+
+void StrictTokens::stop() {
+  if (!m_stopped) {
+    m_stopped = true;
+    m_textEnd = m_ahead.empty() ? m_end : m_ahead.back().span.end;
+  }
+}
+
+Token StrictTokens::endToken() const {
+  Token token;
+  token.span = {m_textEnd, m_textEnd};
+  return token;
 }
 
 Token StrictTokens::take() {

@@ -20,13 +20,20 @@ std::string inWords(const Token &token);
 // looks more than five tokens ahead.
 class StrictTokens {
  public:
-  explicit StrictTokens(std::string_view text) : m_scanner(text) {}
+  explicit StrictTokens(std::string_view text)
+      : m_scanner(text), m_textEnd(text.size()) {}
 
   // The token after `i` others; valid until the next call.
   const Token &peek(std::size_t i = 0);
 
   // Removes the next token.
   Token take();
+
+  // Lets the text end behind the tokens that were looked at already.
+  void stop();
+
+  // Where the text ends, so far as it was stopped.
+  std::size_t textEnd() const { return m_textEnd; }
 
   // Where the token taken last ends.
   std::size_t end() const { return m_end; }
@@ -56,8 +63,12 @@ class StrictTokens {
   bool beginsSection(std::size_t i = 0);
 
  private:
+  Token endToken() const;
+
   StrictScanner m_scanner;
   std::deque<Token> m_ahead;  // scanned and not yet taken
+  bool m_stopped = false;
+  std::size_t m_textEnd;
   std::size_t m_end = 0;
 };
 
