@@ -45,7 +45,7 @@ fs::path resolve(const fs::path &path, std::error_code *error) {
 
 fs::path resolve(const fs::path &path) {
   std::error_code error;
-  const fs::path resolved = resolve(path, &error);
+  fs::path resolved = resolve(path, &error);
   if (error) {
     throw Trouble(errorAt(path, 0, error.message()));
   }
