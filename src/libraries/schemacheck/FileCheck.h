@@ -8,8 +8,8 @@
 
 namespace schemacheck {
 
-// Reads a file of the directory once more, as SchemaManager::readFile() does
-// but through a scanner that stops what would never end, and compares each
+// Reads the text of a file as SchemaManager::readFile() does, but through a
+// scanner that stops what would never end, and compares each
 // definition with the strict reading. Every difference is a finding: on what
 // has caused it, or, where no cause is known, on the field that differs.
 //
