@@ -7,9 +7,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "DefinitionIndex.h"
-#include "Statements.h"
-
 namespace schemacheck {
 
 namespace {
@@ -22,7 +19,7 @@ bool endsWith(std::string_view text, std::string_view end) {
 class DefinitionChecks {
  public:
   explicit DefinitionChecks(const SchemaDirectory &directory)
-      : m_directory(directory), m_index(directory) {
+      : m_directory(directory), m_index(directory.index()) {
     for (const Statement &statement : directory.statements()) {
       if (statement.definition->kind == Kind::kAttributeType) {
         m_typeFiles.emplace(statement.oid(), statement.file->number);
@@ -36,7 +33,7 @@ class DefinitionChecks {
     for (const Statement &statement : m_directory.statements()) {
       checkFile(statement);
       checkPresence(statement);
-      if (!DefinitionIndex::isEntered(statement)) {
+      if (!statement.isEntered()) {
         continue;
       }
       if (!isHeld(statement)) {
@@ -76,7 +73,7 @@ class DefinitionChecks {
     if (statement.definition->kind == Kind::kStorage) {
       return atOid(statement);
     }
-    const auto names = valuesOf(statement, "NAME");
+    const auto names = statement.valuesOf("NAME");
     return names.empty() ? atStart(statement) : names.front()->span.begin;
   }
 
@@ -97,9 +94,8 @@ class DefinitionChecks {
     if (statement.oid().empty()) {
       add(Code::kNoOid, statement, atStart(statement),
           std::string("expected an OID behind '(', found none; the library ") +
-              (DefinitionIndex::isEntered(statement)
-                   ? "files the definition under no OID"
-                   : "drops the definition"));
+              (statement.isEntered() ? "files the definition under no OID"
+                                     : "drops the definition"));
     }
     const Kind kind = statement.definition->kind;
     if (kind == Kind::kStorage || !statement.firstName().empty()) {
@@ -165,7 +161,7 @@ class DefinitionChecks {
   void checkNames(const Statement &statement) {
     auto &firstWithName =
         m_firstWithName[static_cast<std::size_t>(statement.definition->kind)];
-    for (const Value *name : valuesOf(statement, "NAME")) {
+    for (const Value *name : statement.valuesOf("NAME")) {
       const Statement *first =
           firstWithName.try_emplace(lowerCase(name->text), &statement)
               .first->second;
@@ -199,7 +195,7 @@ class DefinitionChecks {
 
   void checkColumns(const Statement &statement) {
     std::set<std::string> seen;
-    for (const Value *column : valuesOf(statement, "DBNAME")) {
+    for (const Value *column : statement.valuesOf("DBNAME")) {
       const std::string name = lowerCase(column->text);
       const Statement *first =
           m_firstWithColumn.try_emplace(name, &statement).first->second;
@@ -224,7 +220,7 @@ class DefinitionChecks {
   using Index = std::unordered_map<std::string, const Statement *>;
 
   const SchemaDirectory &m_directory;
-  const DefinitionIndex m_index;
+  const DefinitionIndex &m_index;
   std::set<std::pair<std::string, std::size_t>> m_typeFiles;  // OID and file
   bool m_hasStorage = false;
   // Of what has been looked at so far, and is held.

@@ -6,15 +6,17 @@
 #include <string>
 #include <unordered_map>
 
-#include "SchemaDirectory.h"
+#include "SchemaFiles.h"
+#include "Statement.h"
 
 namespace schemacheck {
 
-// Finds the first definition, in the order of reading, that has a key. The
-// directory must outlive it.
+// Finds the first definition, in the order of reading, that has a key, among
+// those that a manager enters in a table.
 class DefinitionIndex {
  public:
-  explicit DefinitionIndex(const SchemaDirectory &directory);
+  // To be called for all definitions, in that order. They are not owned.
+  void add(const Statement &statement);
 
   // The definition that a manager holds under the key; null if there is none.
   const Statement *holder(Kind kind, const std::string &key) const;
@@ -24,10 +26,6 @@ class DefinitionIndex {
   const Statement *withName(Kind kind, const std::string &name) const;
   // The first that a reference leads to, which is a name in any case or an OID.
   const Statement *target(Kind kind, const std::string &reference) const;
-
-  // Whether a manager enters the definition in a table: it has an OID, or
-  // stands behind "=".
-  static bool isEntered(const Statement &statement);
 
  private:
   using Table = std::unordered_map<std::string, const Statement *>;
@@ -45,10 +43,6 @@ class DefinitionIndex {
 
   std::array<Tables, kKinds> m_tables;
 };
-
-// The values of a field, with their places; none when the definition lacks it.
-std::vector<const Value *> valuesOf(const Statement &statement,
-                                    std::string_view keyword);
 
 }  // namespace schemacheck
 

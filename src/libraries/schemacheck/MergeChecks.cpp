@@ -5,9 +5,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "DefinitionIndex.h"
-#include "Statements.h"
-
 namespace schemacheck {
 
 namespace {
@@ -17,14 +14,14 @@ class MergeChecks {
   MergeChecks(const SchemaDirectory &old, const SchemaDirectory &release,
               const std::set<std::string> &excludedOids)
       : m_statements(old.statements()),
-        m_old(old),
-        m_release(release),
+        m_old(old.index()),
+        m_release(release.index()),
         m_excludedOids(excludedOids) {}
 
   std::vector<Finding> run() {
     std::vector<const Statement *> carried;
     for (const Statement &statement : m_statements) {
-      if (DefinitionIndex::isEntered(statement) &&
+      if (statement.isEntered() &&
           kSchemaFiles[statement.file->number].recorded) {
         m_files[statement.oid()].insert(statement.file->number);
       }
@@ -52,9 +49,8 @@ class MergeChecks {
 
  private:
   bool isHeld(const Statement &statement) const {
-    return DefinitionIndex::isEntered(statement) &&
-           m_old.holder(statement.definition->kind, statement.key()) ==
-               &statement;
+    return statement.isEntered() && m_old.holder(statement.definition->kind,
+                                                 statement.key()) == &statement;
   }
 
   // The definition of the release that the comparison and the merge match with
@@ -81,7 +77,7 @@ class MergeChecks {
 
   void add(Code code, const Statement &at, bool atOid,
            const std::string &message) {
-    const auto names = valuesOf(at, "NAME");
+    const auto names = at.valuesOf("NAME");
     std::size_t offset = at.definition->span.begin;
     if (!atOid && !names.empty()) {
       offset = names.front()->span.begin;
@@ -163,8 +159,8 @@ class MergeChecks {
   }
 
   const std::vector<Statement> &m_statements;
-  const DefinitionIndex m_old;
-  const DefinitionIndex m_release;
+  const DefinitionIndex &m_old;
+  const DefinitionIndex &m_release;
   const std::set<std::string> &m_excludedOids;
   // The files that record an OID, and how many definitions the comparison
   // removes that have it.

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "Cycles.h"
-#include "DefinitionIndex.h"
 #include "StandardSchema.h"
 
 namespace schemacheck {
@@ -30,7 +29,7 @@ std::string inQuotes(const Value &value) {
 class ReferenceChecks {
  public:
   explicit ReferenceChecks(const SchemaDirectory &directory)
-      : m_statements(directory.statements()), m_index(directory) {}
+      : m_statements(directory.statements()), m_index(directory.index()) {}
 
   std::vector<Finding> run() {
     for (const Statement &statement : m_statements) {
@@ -69,7 +68,7 @@ class ReferenceChecks {
           "expected an OID of numbers and dots, found '" +
               definition.oid->text + "'");
     }
-    for (const Value *name : valuesOf(statement, "NAME")) {
+    for (const Value *name : statement.valuesOf("NAME")) {
       if (!isKeyString(name->text)) {
         add(Code::kBadName, statement, *name,
             "expected a letter and then letters, digits or hyphens, found '" +
@@ -81,7 +80,7 @@ class ReferenceChecks {
   void checkReferences(const Statement &statement, const char *keyword,
                        Kind kind) {
     const bool isSuperior = std::string_view(keyword) == "SUP";
-    for (const Value *value : valuesOf(statement, keyword)) {
+    for (const Value *value : statement.valuesOf(keyword)) {
       if (m_index.target(kind, value->text) == nullptr) {
         add(isSuperior ? Code::kUndefinedSuperior : Code::kUndefinedAttribute,
             statement, *value,
@@ -96,7 +95,7 @@ class ReferenceChecks {
 
   // Of an attribute type.
   void checkValues(const Statement &statement) {
-    for (const Value *syntax : valuesOf(statement, "SYNTAX")) {
+    for (const Value *syntax : statement.valuesOf("SYNTAX")) {
       const std::string oid = syntax->text.substr(0, syntax->text.find('{'));
       if (!isStandardSyntax(oid)) {
         add(Code::kUnknownSyntax, statement, *syntax,
@@ -105,7 +104,7 @@ class ReferenceChecks {
       }
     }
     for (const char *keyword : {"EQUALITY", "ORDERING", "SUBSTR"}) {
-      for (const Value *rule : valuesOf(statement, keyword)) {
+      for (const Value *rule : statement.valuesOf(keyword)) {
         if (isNumber(*rule) && !isStandardMatchingRule(rule->text)) {
           add(Code::kUnknownRule, statement, *rule,
               "expected the OID of a standard matching rule, found " +
@@ -113,7 +112,7 @@ class ReferenceChecks {
         }
       }
     }
-    for (const Value *usage : valuesOf(statement, "USAGE")) {
+    for (const Value *usage : statement.valuesOf("USAGE")) {
       if (!isUsage(usage->text)) {
         add(Code::kBadUsage, statement, *usage,
             "expected userApplications, directoryOperation, "
@@ -132,10 +131,10 @@ class ReferenceChecks {
   // Of an object class.
   void checkOptional(const Statement &statement) {
     std::set<std::string> required;
-    for (const Value *value : valuesOf(statement, "MUST")) {
+    for (const Value *value : statement.valuesOf("MUST")) {
       required.insert(attributeOf(*value));
     }
-    for (const Value *value : valuesOf(statement, "MAY")) {
+    for (const Value *value : statement.valuesOf("MAY")) {
       if (required.count(attributeOf(*value)) != 0) {
         add(Code::kRequiredAndOptional, statement, *value,
             "expected an attribute that MUST does not hold, found " +
@@ -162,7 +161,7 @@ class ReferenceChecks {
   }
 
   std::vector<const Value *> superiorsOf(std::size_t i) const {
-    return valuesOf(m_statements[i], "SUP");
+    return m_statements[i].valuesOf("SUP");
   }
 
   void addCycle(const std::vector<std::size_t> &cycle) {
@@ -184,7 +183,7 @@ class ReferenceChecks {
   }
 
   const std::vector<Statement> &m_statements;
-  const DefinitionIndex m_index;
+  const DefinitionIndex &m_index;
   std::vector<Finding> m_findings;
 };
 

@@ -20,40 +20,7 @@ constexpr std::size_t kTypingErrors = 2;
 // What some editors write before a text in UTF-8.
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
-const std::string *firstOf(const std::vector<std::string> &values) {
-  return values.empty() ? nullptr : &values.front();
-}
-
 }  // namespace
-
-std::string Statement::oid() const {
-  return definition->oid ? definition->oid->text : "";
-}
-
-std::string Statement::firstName() const {
-  for (const Field &field : fields) {
-    if (std::string_view(field.name) == "NAME") {
-      const std::string *name = firstOf(field.values);
-      return name == nullptr ? "" : *name;
-    }
-  }
-  return "";
-}
-
-std::string Statement::key() const {
-  return definition->kind == Kind::kStorage ? oid() : lowerCase(firstName());
-}
-
-std::string Statement::inWords() const {
-  const std::string name = firstName();
-  return std::string(kindName(definition->kind)) +
-         (name.empty() ? "" : " '" + name + "'") + " (" + oid() + ")";
-}
-
-std::string Statement::place() const {
-  return file->text.name() + ":" +
-         std::to_string(file->text.position(definition->span.begin).line);
-}
 
 SchemaDirectory::SchemaDirectory(fs::path path, std::uintmax_t sizeLimit)
     : m_path(std::move(path)), m_sizeLimit(sizeLimit) {
@@ -76,6 +43,9 @@ SchemaDirectory::SchemaDirectory(fs::path path, std::uintmax_t sizeLimit)
             {&file, &section, &definition, fieldsOf(definition)});
       }
     }
+  }
+  for (const Statement &statement : m_statements) {
+    m_index.add(statement);
   }
 }
 

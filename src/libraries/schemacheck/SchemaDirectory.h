@@ -9,40 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "Fields.h"
+#include "DefinitionIndex.h"
 #include "Finding.h"
 #include "SchemaFiles.h"
-#include "SourceText.h"
-#include "StrictReader.h"
+#include "Statement.h"
 
 namespace schemacheck {
-
-// One file that could be read.
-struct StrictFile {
-  std::size_t number;  // an index of kSchemaFiles
-  SourceText text;
-  Reading reading;
-};
-
-// A definition that a file states.
-struct Statement {
-  const StrictFile *file;
-  const Section *section;
-  const Definition *definition;
-  // Its fields as the file says them, in the form and order in which fieldsOf()
-  // gives those of a definition that the library has read.
-  std::vector<Field> fields;
-
-  std::string oid() const;        // empty when it has none
-  std::string firstName() const;  // empty when it has none
-  // What a manager files it under: the first name in lower case, for storage
-  // definitions the OID.
-  std::string key() const;
-  // "attribute type 'cn' (2.5.4.3)"
-  std::string inWords() const;
-  // "FILE:LINE" of its opening parenthesis.
-  std::string place() const;
-};
 
 // Reads the files of one directory strictly. It holds what the files say,
 // whatever the library makes of it; see FileCheck.h for that.
@@ -66,6 +38,9 @@ class SchemaDirectory {
   // All definitions, in the order in which a manager reads them.
   const std::vector<Statement> &statements() const { return m_statements; }
 
+  // The same by name and by OID.
+  const DefinitionIndex &index() const { return m_index; }
+
   // What is wrong with the files as files.
   const std::vector<Finding> &findings() const { return m_findings; }
 
@@ -77,6 +52,7 @@ class SchemaDirectory {
   std::uintmax_t m_sizeLimit;
   std::deque<StrictFile> m_files;
   std::vector<Statement> m_statements;
+  DefinitionIndex m_index;
   std::vector<Finding> m_findings;
 };
 

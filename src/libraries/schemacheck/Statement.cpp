@@ -1,7 +1,6 @@
-#include "Statements.h"
+#include "Statement.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace schemacheck {
 
@@ -26,6 +25,50 @@ bool isContained(const std::vector<std::string> &a,
 }
 
 }  // namespace
+
+std::string Statement::oid() const {
+  return definition->oid ? definition->oid->text : "";
+}
+
+std::string Statement::firstName() const {
+  for (const Field &field : fields) {
+    if (std::string_view(field.name) == "NAME") {
+      return field.values.empty() ? "" : field.values.front();
+    }
+  }
+  return "";
+}
+
+std::string Statement::key() const {
+  return definition->kind == Kind::kStorage ? oid() : lowerCase(firstName());
+}
+
+std::string Statement::inWords() const {
+  const std::string name = firstName();
+  return std::string(kindName(definition->kind)) +
+         (name.empty() ? "" : " '" + name + "'") + " (" + oid() + ")";
+}
+
+std::string Statement::place() const {
+  return file->text.name() + ":" +
+         std::to_string(file->text.position(definition->span.begin).line);
+}
+
+bool Statement::isEntered() const {
+  return definition->oid || section->opener == '=';
+}
+
+std::vector<const Value *> Statement::valuesOf(std::string_view keyword) const {
+  std::vector<const Value *> values;
+  for (const Clause &clause : definition->clauses) {
+    if (clause.known && clause.keyword == keyword) {
+      for (const Value &value : clause.values) {
+        values.push_back(&value);
+      }
+    }
+  }
+  return values;
+}
 
 bool isIdentical(const Statement &a, const Statement &b) {
   return differences(a, b).empty();

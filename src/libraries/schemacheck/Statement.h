@@ -1,0 +1,62 @@
+// A definition as a file states it.
+#ifndef SCHEMACHECK_STATEMENT_H_
+#define SCHEMACHECK_STATEMENT_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Fields.h"
+#include "SourceText.h"
+#include "StrictReader.h"
+
+namespace schemacheck {
+
+// One file that could be read.
+struct StrictFile {
+  std::size_t number;  // an index of kSchemaFiles
+  SourceText text;
+  Reading reading;
+};
+
+// A definition that a file states.
+struct Statement {
+  const StrictFile *file;
+  const Section *section;
+  const Definition *definition;
+  // Its fields as the file says them, in the form and order in which fieldsOf()
+  // gives those of a definition that the library has read.
+  std::vector<Field> fields;
+
+  std::string oid() const;        // empty when it has none
+  std::string firstName() const;  // empty when it has none
+  // What a manager files it under: the first name in lower case, for storage
+  // definitions the OID.
+  std::string key() const;
+  // "attribute type 'cn' (2.5.4.3)"
+  std::string inWords() const;
+  // "FILE:LINE" of its opening parenthesis.
+  std::string place() const;
+  // Whether a manager enters it in a table: it has an OID, or stands behind
+  // "=".
+  bool isEntered() const;
+  // The values of a field, with their places; none when it lacks the field.
+  std::vector<const Value *> valuesOf(std::string_view keyword) const;
+};
+
+// Whether the library takes two definitions of a kind for equal when it
+// compares `a` with `b`; with repeated values, `b` with `a` may be another
+// matter.
+bool isIdentical(const Statement &a, const Statement &b);
+
+// The names of the fields in which two definitions of a kind differ: "DESC,
+// MAY". Empty if they are identical.
+std::string differences(const Statement &a, const Statement &b);
+
+// "FILE:LINE, attribute type 'cn' (2.5.4.3)"
+std::string inWordsWithPlace(const Statement &statement);
+
+}  // namespace schemacheck
+
+#endif  // SCHEMACHECK_STATEMENT_H_
