@@ -4,21 +4,28 @@
 #include <utility>
 
 #include "DefinitionChecks.h"
-#include "FileCheck.h"
 #include "ReferenceChecks.h"
 
 namespace schemacheck {
 
-std::vector<Finding> checkDirectory(const SchemaDirectory &directory) {
-  std::vector<Finding> findings = directory.findings();
-  const auto add = [&findings](std::vector<Finding> more) {
-    std::move(more.begin(), more.end(), std::back_inserter(findings));
-  };
+LibraryView checkFiles(const SchemaDirectory &directory) {
+  LibraryView view{directory.findings(), {}, {}};
   for (const StrictFile &file : directory.files()) {
-    add(checkFile(file));
+    LibraryView one = checkFile(file);
+    std::move(one.findings.begin(), one.findings.end(),
+              std::back_inserter(view.findings));
+    view.kept.merge(one.kept);
+    view.lost.merge(one.lost);
   }
-  add(checkDefinitions(directory));
-  add(checkReferences(directory));
+  return view;
+}
+
+std::vector<Finding> checkDirectory(const SchemaDirectory &directory) {
+  std::vector<Finding> findings = checkFiles(directory).findings;
+  for (auto *check : {checkDefinitions, checkReferences}) {
+    std::vector<Finding> more = check(directory);
+    std::move(more.begin(), more.end(), std::back_inserter(findings));
+  }
   sortFindings(&findings);
   return findings;
 }

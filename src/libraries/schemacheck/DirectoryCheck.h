@@ -4,9 +4,14 @@
 
 #include <vector>
 
+#include "FileCheck.h"
 #include "SchemaDirectory.h"
 
 namespace schemacheck {
+
+// What the library makes of the files of a directory, and what is wrong with
+// them as files; nothing of how the definitions stand to each other.
+LibraryView checkFiles(const SchemaDirectory &directory);
 
 // Everything that is to be said of one directory, by itself, in the order of
 // its files:

@@ -51,7 +51,7 @@ class FileCheck {
         m_library(file.text.bytes().substr(0, file.reading.end)) {}
 
   // The loop of SchemaManager::readFile().
-  std::vector<Finding> run() {
+  LibraryView run() {
     m_token = m_library.lexan();
     while (m_token != TOK_DONE) {
       if (beginsSection(m_token)) {
@@ -67,12 +67,12 @@ class FileCheck {
           "expected a schema file, found " + std::to_string(kMostFaults) +
               " departures from its form; the rest is not checked");
     }
-    return std::move(m_findings);
+    return std::move(m_view);
   }
 
  private:
   void add(Code code, std::size_t offset, std::string message) {
-    m_findings.push_back(
+    m_view.findings.push_back(
         findingAt(code, m_file.text, offset, std::move(message)));
   }
 
@@ -219,7 +219,8 @@ class FileCheck {
     for (const Definition &definition : section.definitions) {
       m_library.goTo(definition.span.begin);
       compareWithKept(m_file, definition, parse(definition), &m_library,
-                      &m_reader, &m_findings);
+                      &m_reader, &m_view.findings);
+      m_view.lost.insert(&definition);
     }
     goOnAt(endOf(section));
   }
@@ -271,14 +272,21 @@ class FileCheck {
   // `before` and it, and is not layout, is part of it to the library.
   void check(const Definition &definition, std::size_t before) {
     std::vector<Finding> found;
-    if (compareWithKept(m_file, definition, parse(definition), &m_library,
-                        &m_reader, &found)) {
+    Kept kept = parse(definition);
+    const Agreement agreement = compareWithKept(m_file, definition, kept,
+                                                &m_library, &m_reader, &found);
+    if (!agreement.isThatDefinition) {
+      m_view.lost.insert(&definition);
+    } else if (!agreement.isExact) {
+      m_view.kept.emplace(&definition, std::move(kept.fields));
+    }
+    if (agreement.isWhole) {
       m_token = m_library.getCurrentToken();
     } else {
       goOnAt(definition.span.end);
       blameGap(before, definition.span.begin, &found);
     }
-    m_findings.insert(m_findings.end(), found.begin(), found.end());
+    m_view.findings.insert(m_view.findings.end(), found.begin(), found.end());
   }
 
   // Where no cause of a difference is known, looks for it in the text before
@@ -325,13 +333,11 @@ class FileCheck {
   LibraryReader m_library;
   LibraryReader m_reader{""};  // of what the library would write
   int m_token = 0;
-  std::vector<Finding> m_findings;
+  LibraryView m_view;
 };
 
 }  // namespace
 
-std::vector<Finding> checkFile(const StrictFile &file) {
-  return FileCheck(file).run();
-}
+LibraryView checkFile(const StrictFile &file) { return FileCheck(file).run(); }
 
 }  // namespace schemacheck

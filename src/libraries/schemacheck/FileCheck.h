@@ -2,11 +2,25 @@
 #ifndef SCHEMACHECK_FILECHECK_H_
 #define SCHEMACHECK_FILECHECK_H_
 
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
-#include "SchemaDirectory.h"
+#include "Fields.h"
+#include "Finding.h"
+#include "Statement.h"
 
 namespace schemacheck {
+
+// What the library makes of the definitions of one file or more.
+struct LibraryView {
+  std::vector<Finding> findings;
+  // The fields of those that it keeps in another form than the file says, in
+  // the order of fieldsOf().
+  std::unordered_map<const Definition *, std::vector<Field>> kept;
+  // Those that it does not read, or reads as something else.
+  std::unordered_set<const Definition *> lost;
+};
 
 // Reads the text of a file as SchemaManager::readFile() does, but through a
 // scanner that stops what would never end, and compares each
@@ -20,7 +34,7 @@ namespace schemacheck {
 // that a warning names.
 //
 // Takes time linear in the size of the file.
-std::vector<Finding> checkFile(const StrictFile &file);
+LibraryView checkFile(const StrictFile &file);
 
 }  // namespace schemacheck
 

@@ -54,8 +54,11 @@ class KeptComparison {
         m_library(library),
         m_reader(reader) {}
 
-  bool run() {
+  Agreement run() {
     Difference difference = compare();
+    Agreement agreement;
+    agreement.isExact = difference.fields.empty();
+    agreement.isThatDefinition = !difference.end && hasItsKeys();
     if (difference.any()) {
       takeSpellings(&difference);
     }
@@ -76,7 +79,7 @@ class KeptComparison {
           suspectTokens(m_file, m_definition, m_library);
       others.insert(others.end(), tokens.begin(), tokens.end());
       blame(others, difference);
-      return false;
+      return agreement;
     }
     for (const Suspect &suspect : others) {
       if (suspect.always || suspect.harmless) {
@@ -87,7 +90,8 @@ class KeptComparison {
     if (!m_hasError) {
       rewrite();
     }
-    return true;
+    agreement.isWhole = true;
+    return agreement;
   }
 
   std::vector<Finding> takeFindings() { return std::move(m_findings); }
@@ -176,6 +180,17 @@ class KeptComparison {
     return difference;
   }
 
+  // Whether the OID and the first name are the definition's.
+  bool hasItsKeys() const {
+    const std::vector<Field> said = fieldsOf(m_definition);
+    const auto first = [](const Field &field) {
+      return field.values.empty() ? "" : lowerCase(field.values.front());
+    };
+    return said[0].values == m_kept.fields[0].values &&
+           (m_definition.kind == Kind::kStorage ||
+            first(said[1]) == first(m_kept.fields[1]));
+  }
+
   // Reports what has caused the difference.
   void blame(const std::vector<Suspect> &suspects,
              const Difference &difference) {
@@ -253,15 +268,16 @@ class KeptComparison {
 
 }  // namespace
 
-bool compareWithKept(const StrictFile &file, const Definition &definition,
-                     const Kept &kept, LibraryReader *library,
-                     LibraryReader *reader, std::vector<Finding> *findings) {
+Agreement compareWithKept(const StrictFile &file, const Definition &definition,
+                          const Kept &kept, LibraryReader *library,
+                          LibraryReader *reader,
+                          std::vector<Finding> *findings) {
   KeptComparison comparison(file, definition, kept, library, reader);
-  const bool same = comparison.run();
+  const Agreement agreement = comparison.run();
   for (Finding &finding : comparison.takeFindings()) {
     findings->push_back(std::move(finding));
   }
-  return same;
+  return agreement;
 }
 
 }  // namespace schemacheck

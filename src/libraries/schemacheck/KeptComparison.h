@@ -9,14 +9,24 @@
 
 namespace schemacheck {
 
+// How what the library has kept stands to the definition.
+struct Agreement {
+  // It is all of it but for what is known to be dropped, and the library has
+  // stopped where the definition ends. If not, it is anywhere in the file.
+  bool isWhole = false;
+  // No field differs.
+  bool isExact = false;
+  // It ends where the definition does, and has its OID and first name.
+  bool isThatDefinition = false;
+};
+
 // Reports how the two differ, and why, and what in the definition is not by the
-// grammar. Returns whether the library has kept all of it but for what is
-// known to be dropped, and has stopped where the definition ends; if not, it is
-// left anywhere in the file. `reader` is another one, for what the library
-// would write of the definition.
-bool compareWithKept(const StrictFile &file, const Definition &definition,
-                     const Kept &kept, LibraryReader *library,
-                     LibraryReader *reader, std::vector<Finding> *findings);
+// grammar. `reader` is another one, for what the library would write of the
+// definition.
+Agreement compareWithKept(const StrictFile &file, const Definition &definition,
+                          const Kept &kept, LibraryReader *library,
+                          LibraryReader *reader,
+                          std::vector<Finding> *findings);
 
 }  // namespace schemacheck
 
