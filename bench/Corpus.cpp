@@ -1,5 +1,6 @@
 #include "Corpus.h"
 
+#include <malloc.h>
 #include <stdlib.h>
 
 #include <map>
@@ -43,6 +44,8 @@ std::unique_ptr<SchemaManager> readSchema(const fs::path &path) {
   }
   return schema;
 }
+
+void clearHeap() { malloc_trim(0); }
 
 void reportTime(benchmark::State *state, std::size_t definitions) {
   state->counters["each"] =

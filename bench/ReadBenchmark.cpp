@@ -15,6 +15,7 @@ namespace {
 void readFile(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   for (auto _ : state) {
+    clearHeap();
     IterationTime time(&state);
     const auto schema = readSchema(corpus.oldSchema());
     time.stop();
@@ -25,6 +26,7 @@ void readFile(benchmark::State &state) {
 void destroy(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   for (auto _ : state) {
+    clearHeap();
     auto schema = readSchema(corpus.oldSchema());
     IterationTime time(&state);
     schema.reset();
@@ -80,6 +82,7 @@ class Containers {
 void fillContainers(benchmark::State &state) {
   const auto schema = readSchema(Corpus::of(state).oldSchema());
   for (auto _ : state) {
+    clearHeap();
     IterationTime time(&state);
     const Containers containers(*schema);
     time.stop();
