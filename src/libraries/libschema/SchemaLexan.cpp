@@ -289,9 +289,8 @@ bool SchemaLexan::skipLayout() {
 std::string_view SchemaLexan::readRun(unsigned char role) {
   const auto readPiece = [this, role] {
     const char *const start = m_next;
-    while (m_next != m_end && is(role, *m_next)) {
-      ++m_next;
-    }
+    m_next =
+        std::find_if_not(start, m_end, [role](char c) { return is(role, c); });
     return std::string_view(start, static_cast<std::size_t>(m_next - start));
   };
   const std::string_view run = readPiece();

@@ -13,6 +13,7 @@
 #include "internal/Definition.h"
 #include "internal/Kinds.h"
 #include "internal/Merge.h"
+#include "internal/Reading.h"
 #include "internal/Trace.h"
 
 using libschema::findIn;
@@ -33,11 +34,6 @@ constexpr unsigned int kNoSuchFile = 89;
   std::cerr << operation << ": there is no definition with the key '" << key
             << "'" << std::endl;
   std::abort();
-}
-
-bool beginsSection(int token) {
-  return token == TOK_ATTRIBUTETYPES || token == TOK_OBJECTCLASSES ||
-         token == TOK_QORATTRIBUTETYPES;
 }
 
 // Skips the rest of a line. Kept on purpose: the end of the file does not end
@@ -212,7 +208,8 @@ unsigned int SchemaManager::readOpenedFile(const std::string &fileName,
     }
     return kNoSuchFile;
   }
-  if (!readSections(file->oids == nullptr ? nullptr : &(this->*file->oids))) {
+  Reading reading(this, file->oids == nullptr ? nullptr : &(this->*file->oids));
+  if (!reading.run()) {
     if (trace->debugging()) {
       trace->record().debug(kDebugLevel,
                             "readFile: There was an error parsing the file, "
@@ -227,71 +224,6 @@ unsigned int SchemaManager::readOpenedFile(const std::string &fileName,
                           fileName.c_str());
   }
   return 0;
-}
-
-// file = *( section / other )
-bool SchemaManager::readSections(OidSet *oids) {
-  int token = m_lexan->lexan();
-  while (token != TOK_DONE) {
-    if (!beginsSection(token)) {
-      token = m_lexan->lexan();
-    } else if (readSection(token, oids)) {
-      token = m_lexan->getCurrentToken();
-    } else {
-      return false;
-    }
-  }
-  return m_lexan->lexan() == TOK_DONE;  // the end of the file stays the end
-}
-
-// section = keyword ( "=" definition / "{" 1*definition "}" )
-// The "}" stays the current token.
-bool SchemaManager::readSection(int keyword, OidSet *oids) {
-  const int opener = m_lexan->lexan();
-  if (opener == '=') {
-    return readDefinition(keyword, oids, false);
-  }
-  if (opener != '{') {
-    return false;
-  }
-  do {
-    if (!readDefinition(keyword, oids, true)) {
-      return false;
-    }
-  } while (m_lexan->getCurrentToken() != '}');
-  return true;
-}
-
-bool SchemaManager::readDefinition(int keyword, OidSet *oids, bool inBraces) {
-  switch (keyword) {
-    case TOK_ATTRIBUTETYPES:
-      return readDefinition<AttributeKind>(oids, inBraces);
-    case TOK_OBJECTCLASSES:
-      return readDefinition<ObjectClassKind>(oids, inBraces);
-    default:
-      return readDefinition<StorageKind>(oids, inBraces);
-  }
-}
-
-template <class Kind>
-bool SchemaManager::readDefinition(OidSet *oids, bool inBraces) {
-  auto parsed = std::make_unique<typename Kind::Definition>();
-  const bool complete = parsed->parse(m_lexan) != 0;
-  auto *definition = parsed.get();
-  if (!complete || (inBraces && definition->oid().empty())) {
-    static_cast<void>(parsed.release());  // kept on purpose: never freed
-    return complete;
-  }
-  Kind::owning(this).try_emplace(Kind::key(definition), definition);
-  // The table's now, or, kept on purpose, nobody's if its key was taken.
-  static_cast<void>(parsed.release());
-  if (auto *byOid = Kind::byOid(this)) {
-    byOid->try_emplace(definition->oid(), definition);
-  }
-  if (oids != nullptr) {
-    oids->insert(definition->oid());
-  }
-  return true;
 }
 
 unsigned int SchemaManager::writeFile(std::string dir, std::string fileName) {

@@ -258,8 +258,6 @@ class SchemaManager {
   template <class Kind>
   class Merge;
   template <class Kind>
-  bool readDefinition(OidSet *oids, bool inBraces);
-  template <class Kind>
   unsigned int compTable(SchemaManager *other);
   template <class Kind>
   unsigned int checkTable(SchemaManager *other);
@@ -273,14 +271,10 @@ class SchemaManager {
   template <class Definition>
   void deleteOwned(Table<Definition> *table);
 
-  // The steps of readFile(): what happens once m_lexan is there; all sections
-  // of the file; the section behind `keyword`; one definition of it. False:
-  // parse error.
+  // What readFile() does once m_lexan is there.
+  class Reading;
   unsigned int readOpenedFile(const std::string &fileName,
                               libschema::TraceScope *trace);
-  bool readSections(OidSet *oids);
-  bool readSection(int keyword, OidSet *oids);
-  bool readDefinition(int keyword, OidSet *oids, bool inBraces);
 
   // isExcluded(), delOidFromFileSet() and delOidFromModSch() without the copy
   // of the OID.

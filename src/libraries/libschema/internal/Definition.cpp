@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
+#include <utility>
 
 #include "SchemaLexan.h"
 #include "internal/Character.h"
@@ -79,10 +80,18 @@ int enterDefinition(SchemaLexan *lex) {
   return lex->getCurrentToken();
 }
 
-std::string tokenText(SchemaLexan *lex) {
+void readText(SchemaLexan *lex, std::string *text) {
+  text->clear();
+  lex->getStringValue(lex->getTokenValIndex(), *text);
+}
+
+void appendText(SchemaLexan *lex, std::vector<std::string> *texts) {
+  if (texts->empty()) {
+    texts->reserve(2);
+  }
   std::string text;
-  lex->getStringValue(lex->getTokenValIndex(), text);
-  return text;
+  readText(lex, &text);
+  texts->push_back(std::move(text));
 }
 
 void appendQuoted(std::string *line, const std::vector<std::string> &names) {

@@ -31,8 +31,11 @@ std::string oidAndName(const std::string &oid,
 // is one. Returns the token that is current then.
 int enterDefinition(SchemaLexan *lex);
 
-// The text of the current token; empty when it has none.
-std::string tokenText(SchemaLexan *lex);
+// Stores the text of the current token in `text`; empty when it has none.
+void readText(SchemaLexan *lex, std::string *text);
+
+// Appends that text to `texts`.
+void appendText(SchemaLexan *lex, std::vector<std::string> *texts);
 
 // Writing.
 
