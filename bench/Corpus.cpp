@@ -1,6 +1,5 @@
 #include "Corpus.h"
 
-#include <malloc.h>
 #include <stdlib.h>
 
 #include <map>
@@ -44,8 +43,6 @@ std::unique_ptr<SchemaManager> readSchema(const fs::path &path) {
   }
   return schema;
 }
-
-void clearHeap() { malloc_trim(0); }
 
 void reportTime(benchmark::State *state, std::size_t definitions) {
   state->counters["each"] =

@@ -38,10 +38,6 @@ class Corpus {
 // A schema with all that the directory holds.
 std::unique_ptr<SchemaManager> readSchema(const std::filesystem::path &path);
 
-// Gives the memory that is free back to the system, so that what comes next
-// finds the heap as a new process has it, not the gaps of what came before.
-void clearHeap();
-
 // Takes the time from its construction to stop() as that of
 // an iteration of a benchmark with UseManualTime().
 class IterationTime {

@@ -114,7 +114,6 @@ void readWithLibldap(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   std::size_t lines = 0;
   for (auto _ : state) {
-    clearHeap();
     IterationTime time(&state);
     const Table<AttributeType> types(corpus);
     const Table<Class> classes(corpus);

@@ -15,7 +15,6 @@ namespace {
 void readFile(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   for (auto _ : state) {
-    clearHeap();
     IterationTime time(&state);
     const auto schema = readSchema(corpus.oldSchema());
     time.stop();
@@ -26,7 +25,6 @@ void readFile(benchmark::State &state) {
 void destroy(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   for (auto _ : state) {
-    clearHeap();
     auto schema = readSchema(corpus.oldSchema());
     IterationTime time(&state);
     schema.reset();
@@ -82,7 +80,6 @@ class Containers {
 void fillContainers(benchmark::State &state) {
   const auto schema = readSchema(Corpus::of(state).oldSchema());
   for (auto _ : state) {
-    clearHeap();
     IterationTime time(&state);
     const Containers containers(*schema);
     time.stop();

@@ -28,7 +28,6 @@ void measure(benchmark::State &state, const Prepare &prepare,
              const Operation &operation) {
   const Corpus &corpus = Corpus::of(state);
   for (auto _ : state) {
-    clearHeap();
     Schemas schemas(corpus);
     prepare(&schemas);
     IterationTime time(&state);
