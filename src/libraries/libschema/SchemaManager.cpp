@@ -1,5 +1,7 @@
 #include "SchemaManager.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -303,7 +305,13 @@ unsigned int SchemaManager::delOidFromFileSet(std::string oid) {
 unsigned int SchemaManager::removeFromFileSet(const std::string &oid) {
   TraceScope trace(Function::kManagerDelOidFromFileSet, kTableWalk);
   for (const File &file : kFiles) {
-    if (file.searched && (this->*file.oids).erase(oid) != 0) {
+    if (!file.searched) {
+      continue;
+    }
+    OidSet &oids = this->*file.oids;
+    const auto found = oids.find(oid);
+    if (found != oids.end()) {
+      oids.erase(found);
       return trace.result(0U);
     }
   }
@@ -394,13 +402,13 @@ template <class Kind>
 unsigned int SchemaManager::compTable(SchemaManager *other) {
   const auto recordLookUp = [] { TraceScope trace(Kind::kLookUp); };
   auto &mine = Kind::owning(this);
-  const auto &theirs = Kind::owning(other);
+  libschema::AscendingSearch theirs(Kind::owning(other));
 
-  std::vector<decltype(mine.begin())> removals;  // the walk changes nothing
+  std::vector<Entry<Kind>> removals;  // the walk changes nothing
   for (auto entry = mine.begin(); entry != mine.end(); ++entry) {
     auto *definition = entry->second;
     recordLookUp();
-    auto *namesake = findIn(theirs, entry->first);
+    auto *namesake = theirs.find(entry->first);
     if (namesake != nullptr) {
       recordLookUp();
     }
@@ -412,17 +420,14 @@ unsigned int SchemaManager::compTable(SchemaManager *other) {
       }
     }
   }
-  for (const auto &entry : removals) {
-    removeOwned<Kind>(entry);
-  }
+  removeOwned<Kind>(removals);
   return 1;
 }
 
 // Takes an entry out of its owning table, and deletes the definition unless its
 // OID or another schema still leads to it.
 template <class Kind>
-void SchemaManager::removeOwned(
-    typename Table<typename Kind::Definition>::iterator entry) {
+void SchemaManager::removeOwned(Entry<Kind> entry) {
   auto *definition = entry->second;
   const auto *byOid = Kind::byOid(this);
   const bool reachable =
@@ -433,6 +438,34 @@ void SchemaManager::removeOwned(
   Kind::owning(this).erase(entry);
   if (!reachable && !m_kept.drop(definition)) {
     delete definition;
+  }
+}
+
+// The same for many entries, in one walk of the table by OID.
+template <class Kind>
+void SchemaManager::removeOwned(const std::vector<Entry<Kind>> &entries) {
+  std::vector<typename Kind::Definition *> removed(entries.size());
+  std::transform(entries.begin(), entries.end(), removed.begin(),
+                 [](Entry<Kind> entry) { return entry->second; });
+  std::sort(removed.begin(), removed.end());
+  std::vector<bool> reachable(removed.size());
+  if (const auto *byOid = Kind::byOid(this)) {
+    for (const auto &entry : *byOid) {
+      const auto found =
+          std::lower_bound(removed.begin(), removed.end(), entry.second);
+      if (found != removed.end() && *found == entry.second) {
+        m_kept.keep(*found);
+        reachable[static_cast<std::size_t>(found - removed.begin())] = true;
+      }
+    }
+  }
+  for (Entry<Kind> entry : entries) {
+    Kind::owning(this).erase(entry);
+  }
+  for (std::size_t index = 0; index < removed.size(); ++index) {
+    if (!reachable[index] && !m_kept.drop(removed[index])) {
+      delete removed[index];
+    }
   }
 }
 
@@ -516,19 +549,17 @@ unsigned int SchemaManager::checkQORAttrs(SchemaManager *other) {
 template <class Kind>
 unsigned int SchemaManager::checkTable(SchemaManager *other) {
   auto &mine = Kind::owning(this);
-  const auto &theirs = Kind::owning(other);
+  libschema::AscendingSearch theirs(Kind::owning(other));
 
-  std::vector<decltype(mine.begin())> removals;  // the walk changes nothing
+  std::vector<Entry<Kind>> removals;  // the walk changes nothing
   for (auto entry = mine.begin(); entry != mine.end(); ++entry) {
     { TraceScope trace(Kind::kLookUp); }
-    if (theirs.count(entry->first) == 0 &&
+    if (theirs.find(entry->first) == nullptr &&
         !other->hasKey(entry->second->oid())) {
       removals.push_back(entry);
     }
   }
-  for (const auto &entry : removals) {
-    removeOwned<Kind>(entry);
-  }
+  removeOwned<Kind>(removals);
   return 1;
 }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "Attribute.h"
 #include "ObjectClass.h"
@@ -267,7 +268,11 @@ class SchemaManager {
   template <class Kind>
   void withdraw(const std::string &oid);
   template <class Kind>
-  void removeOwned(typename Table<typename Kind::Definition>::iterator entry);
+  using Entry = typename Table<typename Kind::Definition>::iterator;
+  template <class Kind>
+  void removeOwned(Entry<Kind> entry);
+  template <class Kind>
+  void removeOwned(const std::vector<Entry<Kind>> &entries);
   template <class Definition>
   void deleteOwned(Table<Definition> *table);
 

@@ -21,10 +21,12 @@ std::string firstNameLower(const std::vector<std::string> &names) {
 
 namespace {
 
+// Most names that are equal are so in case, too.
 bool equalIgnoringCase(const std::string &a, const std::string &b) {
   return a.size() == b.size() &&
-         std::equal(a.begin(), a.end(), b.begin(),
-                    [](char x, char y) { return toLower(x) == toLower(y); });
+         (a == b ||
+          std::equal(a.begin(), a.end(), b.begin(),
+                     [](char x, char y) { return toLower(x) == toLower(y); }));
 }
 
 // Lists up to this length are searched one by one; for longer ones, a sorted
