@@ -175,11 +175,12 @@ int Attribute::parse(SchemaLexan *lex) {
 
 void Attribute::dump(std::ofstream &out) {
   TraceScope trace(Function::kAttributeDumpToFile);
-  std::string line = "attributetypes=( " + m_oid + " NAME ( ";
+  std::string line = libschema::startLine("attributetypes", m_oid);
+  line += " NAME ( ";
   libschema::appendQuoted(&line, m_names);
   line += " ) ";
   if (!m_description.empty()) {
-    line += " DESC '" + m_description + "' ";
+    line.append(" DESC '").append(m_description).append("' ");
   }
   if (m_obsolete) {
     line += "OBSOLETE ";

@@ -181,10 +181,11 @@ int ObjectClass::parse(SchemaLexan *lex) {
 
 void ObjectClass::dump(std::ofstream &out) {
   TraceScope trace(Function::kObjectClassDumpToFile);
-  std::string line = "objectclasses=( " + m_oid + " NAME ";
+  std::string line = libschema::startLine("objectclasses", m_oid);
+  line += " NAME ";
   libschema::appendQuoted(&line, m_names);
   if (!m_description.empty()) {
-    line += " DESC '" + m_description + "' ";
+    line.append(" DESC '").append(m_description).append("' ");
   }
   if (m_obsolete) {
     line += "OBSOLETE ";

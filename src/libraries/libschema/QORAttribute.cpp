@@ -121,7 +121,8 @@ int QORAttribute::parse(SchemaLexan *lex) {
 
 void QORAttribute::dump(std::ofstream &out) {
   TraceScope trace(Function::kQORAttributeDumpToFile);
-  std::string line = "QORAttributetypes=( " + m_oid + " ";
+  std::string line = libschema::startLine("QORAttributetypes", m_oid);
+  line += ' ';
   if (!m_dbnames.empty()) {
     line += "DBNAME ( ";
     libschema::appendQuoted(&line, m_dbnames);
@@ -129,7 +130,7 @@ void QORAttribute::dump(std::ofstream &out) {
   }
   appendField(&line, "ACCESS-CLASS ", m_accessclass);
   if (m_length != kNoLength) {
-    line += "LENGTH " + m_length + " ";
+    line.append("LENGTH ").append(m_length).append(" ");
   }
   line += m_equalityflag ? "EQUALITY " : "";
   line += m_orderingflag ? "ORDERING " : "";

@@ -281,11 +281,12 @@ class SchemaManager {
   unsigned int readOpenedFile(const std::string &fileName,
                               libschema::TraceScope *trace);
 
-  // isExcluded(), delOidFromFileSet() and delOidFromModSch() without the copy
-  // of the OID.
+  // isExcluded(), delOidFromFileSet(), delOidFromModSch() and findOidInSet()
+  // without the copy of the OID.
   unsigned int findExcluded(const std::string &oid);
   unsigned int removeFromFileSet(const std::string &oid);
   unsigned int removeFromModSch(const std::string &oid);
+  OidSet *findSet(SchemaManager *old, const std::string &oid);
 
   SchemaLexan *m_lexan;  // of the latest readFile(); not owned; dangles after a
                          // successful one

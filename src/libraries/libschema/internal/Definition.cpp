@@ -96,6 +96,13 @@ void appendText(SchemaLexan *lex, std::vector<std::string> *texts) {
   texts->push_back(std::move(text));
 }
 
+std::string startLine(const char *keyword, const std::string &oid) {
+  std::string line;
+  line.reserve(512);
+  line.append(keyword).append("=( ").append(oid);
+  return line;
+}
+
 void appendQuoted(std::string *line, const std::vector<std::string> &names) {
   for (const std::string &name : names) {
     *line += '\'';

@@ -39,6 +39,10 @@ void appendText(SchemaLexan *lex, std::vector<std::string> *texts);
 
 // Writing.
 
+// The start of a line: `keyword`, "=( " and the OID. There is room for a line
+// of usual length.
+std::string startLine(const char *keyword, const std::string &oid);
+
 // Appends "'name' " for each name.
 void appendQuoted(std::string *line, const std::vector<std::string> &names);
 

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 #include "SchemaManager.h"
 #include "internal/Definition.h"
@@ -21,36 +22,37 @@ Definition *findIn(const std::map<std::string, Definition *> &table,
   return entry == table.end() ? nullptr : entry->second;
 }
 
-// Finds definitions whose keys are asked for in ascending order: mostly, the
-// next one stands near the last one. The table must not change meanwhile.
-template <class Definition>
+// Finds entries whose keys are asked for in ascending order: mostly, the next
+// one stands near the last one. Nothing may be erased meanwhile.
+template <class Table>
 class AscendingSearch {
  public:
-  explicit AscendingSearch(const std::map<std::string, Definition *> &table)
-      : m_table(table), m_next(table.begin()) {}
+  using Entry = decltype(std::declval<Table>().begin());
 
-  // The definition filed under `key`, or null.
-  Definition *find(const std::string &key) {
+  explicit AscendingSearch(Table *table)
+      : m_table(table), m_next(table->begin()) {}
+
+  // The entry with the key, or the end of the table.
+  Entry find(const std::string &key) {
     for (int step = 0; step < kNear; ++step, ++m_next) {
-      if (m_next == m_table.end()) {
-        return nullptr;
+      if (m_next == m_table->end()) {
+        return m_next;
       }
       const int order = m_next->first.compare(key);
       if (order >= 0) {
-        return order == 0 ? m_next->second : nullptr;
+        return order == 0 ? m_next : m_table->end();
       }
     }
-    m_next = m_table.lower_bound(key);
-    return m_next != m_table.end() && m_next->first == key ? m_next->second
-                                                           : nullptr;
+    m_next = m_table->lower_bound(key);
+    const bool found = m_next != m_table->end() && m_next->first == key;
+    return found ? m_next : m_table->end();
   }
 
  private:
   static constexpr int kNear = 4;
 
-  const std::map<std::string, Definition *> &m_table;
-  // The first entry behind all keys asked for but the last one.
-  typename std::map<std::string, Definition *>::const_iterator m_next;
+  Table *m_table;
+  Entry m_next;  // the first one that is not before the last key asked for
 };
 
 }  // namespace libschema
