@@ -7,8 +7,11 @@ namespace {
 
 constexpr char kSyntax[] = "1.3.6.1.4.1.1466.115.121.1.15";
 
+// Names are in another order than OIDs, as in real schemas. Up to a million
+// definitions have different ones.
 std::string name(const char *kind, std::size_t number) {
-  return "example-" + std::string(kind) + "-" + std::to_string(number);
+  const std::size_t scattered = number * 611953 % 1000003;
+  return "example-" + std::string(kind) + "-" + std::to_string(scattered);
 }
 
 std::string typeOid(std::size_t number) {

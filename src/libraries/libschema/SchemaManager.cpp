@@ -12,6 +12,7 @@
 
 #include "SchemaLexan.h"
 #include "getCurrentTimeStamp.h"
+#include "internal/AscendingSearch.h"
 #include "internal/Definition.h"
 #include "internal/Kinds.h"
 #include "internal/Merge.h"

@@ -6,7 +6,6 @@
 
 #include <map>
 #include <string>
-#include <utility>
 
 #include "SchemaManager.h"
 #include "internal/Definition.h"
@@ -21,39 +20,6 @@ Definition *findIn(const std::map<std::string, Definition *> &table,
   const auto entry = table.find(key);
   return entry == table.end() ? nullptr : entry->second;
 }
-
-// Finds entries whose keys are asked for in ascending order: mostly, the next
-// one stands near the last one. Nothing may be erased meanwhile.
-template <class Table>
-class AscendingSearch {
- public:
-  using Entry = decltype(std::declval<Table>().begin());
-
-  explicit AscendingSearch(Table *table)
-      : m_table(table), m_next(table->begin()) {}
-
-  // The entry with the key, or the end of the table.
-  Entry find(const std::string &key) {
-    for (int step = 0; step < kNear; ++step, ++m_next) {
-      if (m_next == m_table->end()) {
-        return m_next;
-      }
-      const int order = m_next->first.compare(key);
-      if (order >= 0) {
-        return order == 0 ? m_next : m_table->end();
-      }
-    }
-    m_next = m_table->lower_bound(key);
-    const bool found = m_next != m_table->end() && m_next->first == key;
-    return found ? m_next : m_table->end();
-  }
-
- private:
-  static constexpr int kNear = 4;
-
-  Table *m_table;
-  Entry m_next;  // the first one that is not before the last key asked for
-};
 
 }  // namespace libschema
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "SchemaManager.h"
+#include "internal/AscendingSearch.h"
 #include "internal/Kinds.h"
 #include "internal/Trace.h"
 
