@@ -50,7 +50,7 @@ void compSchemasExcluding(benchmark::State &state) {
   const std::string path = (Corpus::of(state).path() / "excluded").string();
   std::ofstream list(path);
   for (std::int64_t number = 0; number < state.range(0); ++number) {
-    list << "1.3.6.1.4.1.99999.3." << number << '\n';
+    list << "1.3.6.1.4.1.99999.1." << number << ".1\n";
   }
   list.close();
   measure(

@@ -310,7 +310,7 @@ TEST_F(SchemaLexanExhaustiveTest, TokensAtAnyPlaceInALargeFile) {
       "TOK_NUMBER_BAD(1{2) TOK_ID(x) 2: TOK_OBJECTCLASSES(objectclasses) '=' "
       "'(' TOK_ID(-) TOK_NUMBER(1.2) TOK_ID() 13 ')' 4: TOK_DONE";
   ASSERT_EQ(scan(text), "1: " + tokens);
-  for (const std::size_t boundary : {4096U, 8192U, 16384U}) {
+  for (const std::size_t boundary : {1024U, 8192U, 16384U}) {
     for (std::size_t start = boundary - text.size() - 4; start < boundary + 4;
          ++start) {
       ASSERT_EQ(scan(std::string(start, ' ') + text), "1: " + tokens) << start;
@@ -322,7 +322,7 @@ TEST_F(SchemaLexanExhaustiveTest, TokensAtAnyPlaceInALargeFile) {
 }
 
 TEST_F(SchemaLexanExhaustiveTest, WhatEndsAtAnyPlaceInALargeFile) {
-  for (const std::size_t boundary : {4096U, 8192U, 16384U}) {
+  for (const std::size_t boundary : {1024U, 8192U, 16384U}) {
     for (std::size_t end = boundary - 4; end < boundary + 4; ++end) {
       for (const std::string &last :
            {std::string("cn"), std::string("'cn'"), std::string("1{2}"),

@@ -193,7 +193,7 @@ class SchemaLexan : public Clex_analyzer {
   std::string m_workingdir;       // as given to the constructor
 
   // The piece of the file that is being read, and what of it is not read yet.
-  static constexpr std::streamsize kPieceSize = 4096;
+  static constexpr std::streamsize kPieceSize = 1024;
   std::array<char, kPieceSize> m_piece;
   const char *m_next = m_piece.data();
   const char *m_end = m_next;

@@ -56,17 +56,19 @@ class SchemaManager::Merge {
          ++entry) {
       Definition *definition = entry->second;
       const Entry namesake = search.find(entry->first);
+      OidSet *oids = nullptr;
       if (namesake == m_targetTable.end()) {
-        OidSet *oids = m_target->findSet(m_source, definition->oid());
+        oids = m_target->findSet(m_source, definition->oid());
         if (oids == nullptr) {
           return false;
         }
-        m_walked.push_back(entry);
+      }
+      m_walked.push_back(entry);
+      if (oids != nullptr) {
         oids->insert(definition->oid());
         add(entry->first, definition);
         continue;
       }
-      m_walked.push_back(entry);
       Definition *replaced = replacedBy(definition, namesake->second);
       if (!exchange(replaced, namesake, definition)) {
         replace(replaced, entry->first, definition);
@@ -205,6 +207,7 @@ class SchemaManager::Merge {
     for (const Entry &entry : m_walked) {
       eraseOidFromSource(entry->second);
     }
+    // In the order of the keys, which the walk had.
     libschema::AscendingSearch search(&m_targetTable);
     for (const Entry &entry : m_walked) {
       Definition *definition = entry->second;
