@@ -33,15 +33,19 @@ void destroy(benchmark::State &state) {
   reportTime(&state);
 }
 
-// The tables of a schema, filled with what another one holds.
+// The tables of a schema, filled with what another one holds in the order of
+// the OIDs, as they are by reading a file.
 class Containers {
  public:
   explicit Containers(const SchemaManager &schema) {
-    for (const auto &[name, type] : schema.attributeTypes()) {
-      enterByOid(enter(name, *type, &m_types), &m_typesByOid);
+    for (const auto &[oid, type] : schema.attributeTypesByOid()) {
+      enterByOid(enter(type->getFirstNameLower(), *type, &m_types),
+                 &m_typesByOid);
     }
-    for (const auto &[name, objectClass] : schema.objectClasses()) {
-      enterByOid(enter(name, *objectClass, &m_classes), &m_classesByOid);
+    for (const auto &[oid, objectClass] : schema.objectClassesByOid()) {
+      enterByOid(
+          enter(objectClass->getFirstNameLower(), *objectClass, &m_classes),
+          &m_classesByOid);
     }
     for (const auto &[oid, storage] : schema.storageDefinitions()) {
       enter(oid, *storage, &m_storage);
