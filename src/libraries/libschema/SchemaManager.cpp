@@ -240,11 +240,16 @@ unsigned int SchemaManager::writeFile(std::string dir, std::string fileName) {
     }
     return trace.result(kNoSuchFile);
   }
-  return trace.result(writeSetToFile(this->*file->oids, dir + "/" + fileName));
+  return trace.result(writeSet(this->*file->oids, dir + "/" + fileName));
 }
 
 unsigned int SchemaManager::writeSetToFile(std::set<std::string> oids,
                                            std::string path) {
+  return writeSet(oids, path);
+}
+
+unsigned int SchemaManager::writeSet(const OidSet &oids,
+                                     const std::string &path) {
   TraceScope trace(Function::kManagerWriteSetToFile, kTableWalk);
   std::ofstream out(path);
   if (!out) {

@@ -281,8 +281,9 @@ class SchemaManager {
   unsigned int readOpenedFile(const std::string &fileName,
                               libschema::TraceScope *trace);
 
-  // isExcluded(), delOidFromFileSet(), delOidFromModSch() and findOidInSet()
-  // without the copy of the OID.
+  // writeSetToFile(), isExcluded(), delOidFromFileSet(), delOidFromModSch() and
+  // findOidInSet() without the copies of sets and OIDs.
+  unsigned int writeSet(const OidSet &oids, const std::string &path);
   unsigned int findExcluded(const std::string &oid);
   unsigned int removeFromFileSet(const std::string &oid);
   unsigned int removeFromModSch(const std::string &oid);
