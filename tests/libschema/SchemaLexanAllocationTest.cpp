@@ -194,7 +194,7 @@ TEST_P(SchemaLexanAllocationTest, Construction) {
 }
 
 TEST_P(SchemaLexanAllocationTest, Lexan) {
-  failEach([](SchemaLexan &lexan) { lexan.lexan(); }, 2);
+  failEach([](SchemaLexan &lexan) { lexan.lexan(); }, 1);
 }
 
 TEST_P(SchemaLexanAllocationTest, InsertString) {

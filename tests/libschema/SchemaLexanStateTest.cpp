@@ -5,9 +5,12 @@
 #include <cstddef>
 #include <fstream>
 #include <memory>
+#include <sstream>
+#include <streambuf>
 #include <string>
 #include <thread>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "Clex_analyzer.h"
@@ -169,6 +172,89 @@ TEST_F(SchemaLexanStateTest, MatchReadsThroughTheDerivedClass) {
   lexan.match(TOK_ID);
   EXPECT_EQ(lexan.getCurrentToken(), 999);
   EXPECT_EQ(lexan.lexan(), 999);
+}
+
+// One that says where it stands, and goes elsewhere.
+class PlacedLexan : public SchemaLexan {
+ public:
+  using SchemaLexan::position;
+  using SchemaLexan::readFrom;
+  using SchemaLexan::reposition;
+  using SchemaLexan::SchemaLexan;
+};
+
+// A file that is read in several pieces: a name of five bytes a line.
+TEST_F(SchemaLexanStateTest, KnowsItsPositionAndCanLeaveIt) {
+  constexpr int kNames = 5000;
+  std::string text;
+  for (int name = 0; name < kNames; ++name) {
+    text += 'n' + std::to_string(10000 + name).substr(1) + '\n';
+  }
+  m_directory.write(kName, text);
+  PlacedLexan lexan(m_directory.string(), kName);
+  EXPECT_EQ(lexan.position(), 0);
+  for (int name = 0; name < kNames; ++name) {
+    ASSERT_EQ(lexan.lexan(), TOK_ID);
+    ASSERT_EQ(lexan.position(), 6 * name + 5);
+  }
+  EXPECT_EQ(lexan.lexan(), TOK_DONE);
+  for (const int name : {4999, 0, 1, 700, 682, 683, 1365, 3000}) {
+    lexan.reposition(6 * name, name + 1);
+    lexan.match(lexan.getCurrentToken());
+    EXPECT_EQ(
+        currentToken(lexan),
+        "TOK_ID(" + text.substr(6U * static_cast<unsigned>(name), 5) + ")");
+    EXPECT_EQ(lexan.getLineNumber(), name + 1);
+    EXPECT_EQ(lexan.position(), 6 * name + 5);
+  }
+}
+
+TEST_F(SchemaLexanStateTest, ReadsFromAnotherSourceFromThereOn) {
+  m_directory.write(kName, "cn sn\n");
+  PlacedLexan lexan(m_directory.string(), kName);
+  lexan.match(-1);
+  EXPECT_EQ(currentToken(lexan), "TOK_ID(cn)");
+  std::stringbuf source("2.5 )");
+  lexan.readFrom(&source);
+  EXPECT_EQ(allTokens(lexan), "1: TOK_NUMBER(2.5) ')' TOK_DONE");
+  EXPECT_EQ(lexan.position(), 5);
+}
+
+// A source that has one character at a time, and no buffer.
+class SlowSource : public std::streambuf {
+ public:
+  explicit SlowSource(std::string text) : m_text(std::move(text)) {}
+
+ private:
+  int_type underflow() override {
+    return m_next < m_text.size() ? traits_type::to_int_type(m_text[m_next])
+                                  : traits_type::eof();
+  }
+  int_type uflow() override {
+    const int_type c = underflow();
+    ++m_next;
+    return c;
+  }
+
+  const std::string m_text;
+  std::size_t m_next = 0;
+};
+
+TEST_F(SchemaLexanStateTest, ReadsFromASourceWithoutABuffer) {
+  PlacedLexan lexan("", "");
+  SlowSource source("cn ( 2.5 {64} 'a b' NAME\n");
+  lexan.readFrom(&source);
+  EXPECT_EQ(allTokens(lexan),
+            "1: TOK_ID(cn) '(' TOK_NUMBER_LEN(2.5{64}) TOK_ID(a b) "
+            "TOK_NAME(NAME) 2: TOK_DONE");
+}
+
+TEST_F(SchemaLexanStateTest, AClosedFileHasNoTokensAnyMore) {
+  SchemaLexan &lexan = open("cn sn )\n");
+  EXPECT_EQ(lexan.lexan(), TOK_ID);
+  lexan.closeFile();
+  EXPECT_EQ(lexan.lexan(), TOK_DONE);
+  EXPECT_EQ(lexan.getLineNumber(), 1);
 }
 
 TEST_F(SchemaLexanStateTest, IsDestroyedThroughItsOwnClass) {

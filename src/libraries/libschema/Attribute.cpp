@@ -8,9 +8,10 @@
 #include "internal/Trace.h"
 
 using libschema::appendField;
+using libschema::appendText;
 using libschema::Function;
 using libschema::printField;
-using libschema::tokenText;
+using libschema::readText;
 using libschema::TraceScope;
 
 namespace {
@@ -67,14 +68,14 @@ void doSomething() {
 // otherwise.
 void parseNumber(SchemaLexan *lex, std::string *value) {
   if (lex->lexan() == TOK_NUMBER) {
-    *value = tokenText(lex);
+    readText(lex, value);
   }
 }
 
 // The same for a word or a quoted string.
 void parseWord(SchemaLexan *lex, std::string *value) {
   if (lex->lexan() == TOK_ID) {
-    *value = tokenText(lex);
+    readText(lex, value);
   }
 }
 
@@ -82,7 +83,7 @@ void parseWord(SchemaLexan *lex, std::string *value) {
 void parseSyntax(SchemaLexan *lex, std::string *value) {
   const int token = lex->lexan();
   if (token == TOK_NUMBER || token == TOK_NUMBER_LEN || token == TOK_ID) {
-    *value = tokenText(lex);
+    readText(lex, value);
   }
 }
 
@@ -95,7 +96,7 @@ int parseNames(SchemaLexan *lex, std::vector<std::string> *names) {
     const int current = lex->getCurrentToken();
     if (current == TOK_ID || current == TOK_OBJECTCLASSES ||
         current == TOK_ATTRIBUTETYPES) {
-      names->push_back(tokenText(lex));
+      appendText(lex, names);
     }
     token = lex->lexan();
   }
@@ -119,7 +120,7 @@ int Attribute::parse(SchemaLexan *lex) {
     switch (token) {
       case TOK_NUMBER:
       case TOK_ID:
-        m_oid = tokenText(lex);
+        readText(lex, &m_oid);
         break;
       case TOK_NAME:
         token = parseNames(lex, &m_names);
@@ -132,7 +133,7 @@ int Attribute::parse(SchemaLexan *lex) {
         break;
       case TOK_SUP:
         if (lex->lexan() == TOK_NUMBER) {
-          m_superior.push_back(tokenText(lex));
+          appendText(lex, &m_superior);
         }
         break;
       case TOK_EQUALITY:
@@ -174,11 +175,12 @@ int Attribute::parse(SchemaLexan *lex) {
 
 void Attribute::dump(std::ofstream &out) {
   TraceScope trace(Function::kAttributeDumpToFile);
-  std::string line = "attributetypes=( " + m_oid + " NAME ( ";
+  std::string line = libschema::startLine("attributetypes", m_oid);
+  line += " NAME ( ";
   libschema::appendQuoted(&line, m_names);
   line += " ) ";
   if (!m_description.empty()) {
-    line += " DESC '" + m_description + "' ";
+    line.append(" DESC '").append(m_description).append("' ");
   }
   if (m_obsolete) {
     line += "OBSOLETE ";

@@ -7,9 +7,10 @@
 #include "internal/Definition.h"
 #include "internal/Trace.h"
 
+using libschema::appendText;
 using libschema::Function;
 using libschema::printField;
-using libschema::tokenText;
+using libschema::readText;
 using libschema::TraceScope;
 
 namespace {
@@ -59,7 +60,7 @@ int parseList(SchemaLexan *lex, std::vector<std::string> *list) {
   int token = lex->getCurrentToken();
   while (inList(token)) {
     if (token != '$') {
-      list->push_back(tokenText(lex));
+      appendText(lex, list);
     }
     token = lex->lexan();
   }
@@ -76,7 +77,7 @@ int parseSuperiors(SchemaLexan *lex, std::vector<std::string> *superiors) {
     return parseList(lex, superiors);
   }
   if (token == TOK_ID) {
-    superiors->push_back(tokenText(lex));
+    appendText(lex, superiors);
   }
   return lex->lexan();
 }
@@ -96,7 +97,7 @@ int parseNames(SchemaLexan *lex, std::vector<std::string> *names) {
   int token = TOK_NAME;
   while (!endsNames(token)) {
     if (lex->getCurrentToken() == TOK_ID) {
-      names->push_back(tokenText(lex));
+      appendText(lex, names);
     }
     token = lex->lexan();
   }
@@ -138,7 +139,7 @@ int ObjectClass::parse(SchemaLexan *lex) {
     switch (token) {
       case TOK_NUMBER:
       case TOK_ID:
-        m_oid = tokenText(lex);
+        readText(lex, &m_oid);
         break;
       case TOK_NUMBER_BAD:
         return trace.result(0);
@@ -147,7 +148,7 @@ int ObjectClass::parse(SchemaLexan *lex) {
         continue;
       case TOK_DESC:
         if (lex->lexan() == TOK_ID) {
-          m_description = tokenText(lex);
+          readText(lex, &m_description);
         }
         break;
       case TOK_STRUCTURAL:
@@ -180,10 +181,11 @@ int ObjectClass::parse(SchemaLexan *lex) {
 
 void ObjectClass::dump(std::ofstream &out) {
   TraceScope trace(Function::kObjectClassDumpToFile);
-  std::string line = "objectclasses=( " + m_oid + " NAME ";
+  std::string line = libschema::startLine("objectclasses", m_oid);
+  line += " NAME ";
   libschema::appendQuoted(&line, m_names);
   if (!m_description.empty()) {
-    line += " DESC '" + m_description + "' ";
+    line.append(" DESC '").append(m_description).append("' ");
   }
   if (m_obsolete) {
     line += "OBSOLETE ";

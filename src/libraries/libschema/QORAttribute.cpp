@@ -7,9 +7,10 @@
 #include "internal/Trace.h"
 
 using libschema::appendField;
+using libschema::appendText;
 using libschema::Function;
 using libschema::printField;
-using libschema::tokenText;
+using libschema::readText;
 using libschema::TraceScope;
 
 namespace {
@@ -55,7 +56,7 @@ int parseColumns(SchemaLexan *lex, std::vector<std::string> *names) {
   while (!endsColumns(token)) {
     if (token == TOK_ID || token == TOK_OBJECTCLASSES ||
         token == TOK_ATTRIBUTETYPES) {
-      names->push_back(tokenText(lex));
+      appendText(lex, names);
     }
     token = lex->lexan();
   }
@@ -82,18 +83,18 @@ int QORAttribute::parse(SchemaLexan *lex) {
     switch (token) {
       case TOK_NUMBER:
       case TOK_ID:
-        m_oid = tokenText(lex);
+        readText(lex, &m_oid);
         break;
       case TOK_DBNAME:
         token = parseColumns(lex, &m_dbnames);
         continue;
       case TOK_ACCESS_CLASS:
         lex->lexan();
-        m_accessclass = tokenText(lex);
+        readText(lex, &m_accessclass);
         break;
       case TOK_LENGTH:
         lex->lexan();
-        m_length = tokenText(lex);
+        readText(lex, &m_length);
         break;
       case TOK_EQUALITY:
         m_equalityflag = true;
@@ -120,7 +121,8 @@ int QORAttribute::parse(SchemaLexan *lex) {
 
 void QORAttribute::dump(std::ofstream &out) {
   TraceScope trace(Function::kQORAttributeDumpToFile);
-  std::string line = "QORAttributetypes=( " + m_oid + " ";
+  std::string line = libschema::startLine("QORAttributetypes", m_oid);
+  line += ' ';
   if (!m_dbnames.empty()) {
     line += "DBNAME ( ";
     libschema::appendQuoted(&line, m_dbnames);
@@ -128,7 +130,7 @@ void QORAttribute::dump(std::ofstream &out) {
   }
   appendField(&line, "ACCESS-CLASS ", m_accessclass);
   if (m_length != kNoLength) {
-    line += "LENGTH " + m_length + " ";
+    line.append("LENGTH ").append(m_length).append(" ");
   }
   line += m_equalityflag ? "EQUALITY " : "";
   line += m_orderingflag ? "ORDERING " : "";

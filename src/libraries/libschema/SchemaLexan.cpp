@@ -1,8 +1,7 @@
 #include "SchemaLexan.h"
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
-#include <string_view>
 #include <utility>
 
 #include "internal/Character.h"
@@ -72,17 +71,19 @@ inline std::streambuf *SchemaLexan::source() {
   return static_cast<std::ios &>(m_infile).rdbuf();
 }
 
-// Takes the character straight from the stream's buffer, and keeps the stream's
-// state as an extraction through the stream would.
-inline bool SchemaLexan::readCharacter(char &c) {
-  using Traits = std::ifstream::traits_type;
+// Takes what is in the stream's buffer, and keeps the stream's state as an
+// extraction through the stream would.
+bool SchemaLexan::fetch() {
   if (!m_infile.good()) {
     return false;
   }
   try {
-    const Traits::int_type next = source()->sbumpc();
-    if (!Traits::eq_int_type(next, Traits::eof())) {
-      c = Traits::to_char_type(next);
+    using Traits = std::ifstream::traits_type;
+    if (!Traits::eq_int_type(source()->sgetc(), Traits::eof())) {
+      const auto size =
+          std::clamp<std::streamsize>(source()->in_avail(), 1, kPieceSize);
+      m_next = m_piece.data();
+      m_end = m_next + source()->sgetn(m_piece.data(), size);
       return true;
     }
     m_infile.setstate(std::ios::eofbit | std::ios::failbit);
@@ -122,43 +123,45 @@ std::string SchemaLexan::getWorkingDir() {
   return m_workingdir;
 }
 
-bool SchemaLexan::isString(int index) { return m_symtable->isString(index); }
+bool SchemaLexan::isString(int index) { return table()->isString(index); }
 
-bool SchemaLexan::isCharacter(int index) {
-  return m_symtable->isCharacter(index);
-}
+bool SchemaLexan::isCharacter(int index) { return table()->isCharacter(index); }
 
 int SchemaLexan::getCurrentToken() { return m_lookahead; }
 
 int SchemaLexan::getTokenValIndex() { return m_tokenvalindex; }
 
 int SchemaLexan::getStringValue(int index, std::string &out) {
+  if (!m_tableinuse && m_entrytoken != -1 && index == m_insertindex) {
+    out = m_entry;
+    return 0;
+  }
   return m_symtable->getValue(index, out);
 }
 
 int SchemaLexan::getCharValue(int index, char &out) {
-  return m_symtable->getValue(index, out);
+  return table()->getValue(index, out);
 }
 
 int SchemaLexan::lookUp(int a, int b) {
   TraceScope trace(Function::kLexanLookUp);
-  return trace.result(m_symtable->lookUp(a, b));
+  return trace.result(table()->lookUp(a, b));
 }
 
 int SchemaLexan::lexan() {
   TraceScope trace(Function::kLexanLexan);
-  char c = 0;
-  if (!skipLayout(c)) {
+  if (!skipLayout()) {
     m_tokenvalindex = -1;
     return trace.result(TOK_DONE);
   }
+  const char c = *m_next;
   if (isValidCharacter(c) && libschema::isDigit(c)) {
-    return trace.result(scanNumber(c));
+    return trace.result(scanNumber());
   }
   if (isValidCharacter(c) && is(kWordStart, c)) {
-    return trace.result(scanWord(c));
+    return trace.result(scanWord());
   }
-  return trace.result(scanCharacter(c));
+  return trace.result(scanCharacter());
 }
 
 void SchemaLexan::match(int token) {
@@ -177,23 +180,22 @@ void SchemaLexan::match(int token) {
 
 int SchemaLexan::insertString(std::string s, int token) {
   TraceScope trace(Function::kLexanInsertString);
-  return trace.result(m_symtable->insertValue(std::move(s), token, false));
+  return trace.result(table()->insertValue(std::move(s), token, false));
 }
 
 int SchemaLexan::insertCharacter(char c, int token) {
   TraceScope trace(Function::kLexanInsertCharacter);
-  return trace.result(m_symtable->insertValue(c, token, false));
+  return trace.result(table()->insertValue(c, token, false));
 }
 
 int SchemaLexan::clear() {
-  m_entered = false;
-  m_tokenvalindex = m_symtable->clear(m_tokenvalindex);
+  m_tokenvalindex = table()->clear(m_tokenvalindex);
   return m_tokenvalindex;
 }
 
 void SchemaLexan::dumpTable(std::string name) {
   TraceScope trace(Function::kLexanDumpTable);
-  m_symtable->tableDump(std::move(name));
+  table()->tableDump(std::move(name));
 }
 
 // The numbers are decimal and without grouping, whatever the stream's format
@@ -216,7 +218,7 @@ void SchemaLexan::dump(int indent, std::ofstream &out) {
   out << "  m_symtable ";
   if (m_symtable != nullptr) {
     out << '\n';
-    m_symtable->dump(indent + 1, out);
+    table()->dump(indent + 1, out);
   } else {
     out << "EMPTY\n";
   }
@@ -230,18 +232,25 @@ void SchemaLexan::skip(int n, std::ofstream &out) {
   }
 }
 
-void SchemaLexan::closeFile() { m_infile.close(); }
+void SchemaLexan::closeFile() {
+  m_next = m_end;
+  m_infile.close();
+}
 
 void SchemaLexan::readFrom(std::streambuf *source) {
+  m_next = m_end;
   static_cast<std::ios &>(m_infile).rdbuf(source);
 }
 
 std::streamoff SchemaLexan::position() {
-  return source()->pubseekoff(0, std::ios::cur, std::ios::in);
+  const std::streamoff fetched =
+      source()->pubseekoff(0, std::ios::cur, std::ios::in);
+  return fetched == -1 ? -1 : fetched - (m_end - m_next);
 }
 
 void SchemaLexan::reposition(std::streamoff offset, int line) {
   m_infile.clear();
+  m_next = m_end;
   source()->pubseekpos(offset, std::ios::in);
   m_line_num = line;
 }
@@ -255,130 +264,153 @@ bool SchemaLexan::isValidCharacter(char c) {
   return static_cast<unsigned char>(c) < 128;
 }
 
-void SchemaLexan::putBack() {
-  if (m_infile.good()) {
-    source()->sungetc();
-  }
-}
-
-bool SchemaLexan::skipLayout(char &c) {
-  while (readCharacter(c)) {
+bool SchemaLexan::skipLayout() {
+  while (hasNext()) {
+    const char c = *m_next;
     if (c == '#') {
-      while (readCharacter(c) && c != '\n') {
+      while (hasNext() && *m_next != '\n') {
+        ++m_next;
       }
-      ++m_line_num;  // also when the file ended
-    } else if (c == '\n') {
+      if (m_next == m_end) {
+        ++m_line_num;  // as if a newline had ended the comment
+      }
+      continue;
+    }
+    if (c == '\n') {
       ++m_line_num;
     } else if (c != ' ' && c != '\t') {
       return true;
     }
+    ++m_next;
   }
   return false;
 }
 
-// number = digit *( digit / "." ) *" " [ length ]
-int SchemaLexan::scanNumber(char c) {
-  m_word.clear();
-  do {
-    m_word += c;
-  } while (readCharacter(c) && is(kNumber, c));
-  while (c == ' ' && readCharacter(c)) {
+std::string_view SchemaLexan::readRun(unsigned char role) {
+  const auto readPiece = [this, role] {
+    const char *const start = m_next;
+    m_next =
+        std::find_if_not(start, m_end, [role](char c) { return is(role, c); });
+    return std::string_view(start, static_cast<std::size_t>(m_next - start));
+  };
+  const std::string_view run = readPiece();
+  if (m_next != m_end) {
+    return run;
   }
-  const int token = c == '{' ? scanLength(c) : TOK_NUMBER;
-  if (m_infile.eof()) {
+  m_word = run;
+  while (m_next == m_end && fetch()) {
+    m_word += readPiece();
+  }
+  return m_word;
+}
+
+// number = digit *( digit / "." ) *" " [ length ]
+int SchemaLexan::scanNumber() {
+  m_word = readRun(kNumber);
+  while (hasNext() && *m_next == ' ') {
+    ++m_next;
+  }
+  const int token = hasNext() && *m_next == '{' ? scanLength() : TOK_NUMBER;
+  if (!hasNext() && m_infile.eof()) {
     return TOK_DONE;
   }
-  putBack();
-  const int index = findWord();
-  return index != -1 ? useEntry(index) : enterWord(token);
+  const int index = findWord(m_word);
+  return index != -1 ? useEntry(index) : enterWord(m_word, token);
 }
 
 // length = "{" 1*digit "}"
-int SchemaLexan::scanLength(char &c) {
-  m_word += c;
-  if (!readCharacter(c) || !libschema::isDigit(c)) {
+int SchemaLexan::scanLength() {
+  m_word += *m_next++;
+  if (!hasNext() || !libschema::isDigit(*m_next)) {
     return TOK_NUMBER_BAD;
   }
   do {
-    m_word += c;
-  } while (readCharacter(c) && libschema::isDigit(c));
-  if (c != '}') {
+    m_word += *m_next++;
+  } while (hasNext() && libschema::isDigit(*m_next));
+  if (!hasNext() || *m_next != '}') {
     return TOK_NUMBER_BAD;
   }
-  m_word += c;
-  readCharacter(c);
+  m_word += *m_next++;
   return TOK_NUMBER_LEN;
 }
 
 // word = ( letter / "-" ) *wordchar / "'" *quotedchar closer
-int SchemaLexan::scanWord(char c) {
-  m_word.clear();
-  if (c == '\'') {
-    bool more = readCharacter(c);
-    while (more && is(kQuoted, c)) {
-      m_word += c;
-      more = readCharacter(c);
+int SchemaLexan::scanWord() {
+  std::string_view word;
+  if (*m_next == '\'') {
+    ++m_next;
+    word = readRun(kQuoted);
+    if (hasNext()) {
+      ++m_next;  // the closing quote, or whatever is in its place
     }
-    readCharacter(c);  // in place of the closing quote, whatever it is
+    if (m_next == m_end) {
+      m_word = word;
+      word = m_word;
+    }
   } else {
-    do {
-      m_word += c;
-    } while (readCharacter(c) && is(kWord, c));
+    word = readRun(kWord);
   }
-  if (m_infile.eof()) {
+  if (!hasNext() && m_infile.eof()) {
     return TOK_DONE;
   }
-  putBack();
 
-  const int index = findWord();
+  const int index = findWord(word);
   if (index != -1) {
     return useEntry(index);
   }
   for (const Alias &alias : kAliases) {
-    if (m_word == alias.spelling) {
+    if (word == alias.spelling) {
       return useEntry(libschema::findKeyword(alias.keyword));
     }
   }
-  return enterWord(TOK_ID);
+  return enterWord(word, TOK_ID);
 }
 
-int SchemaLexan::scanCharacter(char c) {
+int SchemaLexan::scanCharacter() {
   m_tokenvalindex = -1;
-  m_lookahead = static_cast<unsigned char>(c);
+  m_lookahead = static_cast<unsigned char>(*m_next++);
   return m_lookahead;
 }
 
-// Finds what the table's lookUpValue finds. Besides the keywords there is at
-// most the entry for m_entry to compare with, unless somebody has inserted
-// others.
-int SchemaLexan::findWord() {
-  const int keyword = libschema::findKeyword(m_word);
+// Finds what the table's lookUpValue finds.
+int SchemaLexan::findWord(std::string_view word) {
+  const int keyword = libschema::findKeyword(word);
   if (keyword != -1) {
     return keyword;
   }
-  const int keywords = static_cast<int>(libschema::kKeywords.size());
-  const int size = m_symtable->getTableSize();
-  if (size == keywords) {
-    return -1;
+  if (m_tableinuse) {
+    return m_symtable->lookUpValue(std::string(word));
   }
-  if (m_entered && m_insertindex == keywords && size == keywords + 1) {
-    return m_entry == m_word ? m_insertindex : -1;
-  }
-  return m_symtable->lookUpValue(m_word);
+  return m_entrytoken != -1 && m_entry == word ? m_insertindex : -1;
 }
 
 int SchemaLexan::useEntry(int index) {
   m_tokenvalindex = index;
-  m_lookahead = m_symtable->getTokenValue(index);
+  m_lookahead = !m_tableinuse && index == m_insertindex
+                    ? m_entrytoken
+                    : m_symtable->getTokenValue(index);
   return m_lookahead;
 }
 
-int SchemaLexan::enterWord(int token) {
-  m_symtable->removeValue(m_insertindex);
-  m_insertindex = m_symtable->insertValue(m_word, token, false);
-  m_entry.swap(m_word);
-  m_entered = true;
+int SchemaLexan::enterWord(std::string_view word, int token) {
+  if (m_tableinuse) {
+    m_symtable->removeValue(m_insertindex);
+    m_insertindex = m_symtable->insertValue(std::string(word), token, false);
+  } else {
+    m_entry = word;
+    m_entrytoken = token;
+  }
   m_tokenvalindex = m_insertindex;
   m_lookahead = token;
   return token;
+}
+
+SchemaSymbolTable *SchemaLexan::table() {
+  if (!m_tableinuse) {
+    if (m_entrytoken != -1) {
+      m_symtable->insertValue(m_entry, m_entrytoken, false);
+    }
+    m_tableinuse = true;
+  }
+  return m_symtable;
 }

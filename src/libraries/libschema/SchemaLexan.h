@@ -2,8 +2,10 @@
 #ifndef LIBSCHEMA_SCHEMALEXAN_H_
 #define LIBSCHEMA_SCHEMALEXAN_H_
 
+#include <array>
 #include <fstream>
 #include <string>
+#include <string_view>
 
 #include "Clex_analyzer.h"
 #include "SchemaSymbolTable.h"
@@ -140,38 +142,46 @@ class SchemaLexan : public Clex_analyzer {
   // Whether `c` is an ASCII character.
   bool isValidCharacter(char c);
 
-  // Reads a character into `c`. Returns false and leaves `c` alone when there
-  // is none: at the end of the file, which sets the stream's end-of-file flag,
-  // and at a read error, which does not.
-  bool readCharacter(char &c);
+  // Fetches the next piece of the file when all of the last one is read; the
+  // only function that reads from the stream. Returns false when there is
+  // nothing more: at the end of the file, which sets the stream's end-of-file
+  // flag, and at a read error, which does not.
+  bool fetch();
 
-  // Gives the character read last back to the stream.
-  void putBack();
+  // Whether there is a character to read, which is *m_next then.
+  bool hasNext() { return m_next != m_end || fetch(); }
 
   // Skips what separates tokens. Returns false at the end of the file;
-  // otherwise `c` is the first character of a token.
-  bool skipLayout(char &c);
+  // otherwise the next character begins a token.
+  bool skipLayout();
 
-  // The three kinds of tokens. Each takes the token's first character, reads
-  // the rest, and returns what lexan() is to return.
-  int scanNumber(char c);
-  int scanWord(char c);
-  int scanCharacter(char c);
+  // Reads the characters that play `role` (see the source), up to the first one
+  // that does not or the end. The text is valid until the next piece is
+  // fetched, or the next run is read.
+  std::string_view readRun(unsigned char role);
 
-  // Reads the length suffix behind a number into m_word. `c` is the opening
-  // brace, and then the first character after the suffix. Returns the number's
-  // code.
-  int scanLength(char &c);
+  // The three kinds of tokens. Each begins at the next character, reads the
+  // token, and returns what lexan() is to return.
+  int scanNumber();
+  int scanWord();
+  int scanCharacter();
 
-  // The index of the symbol table's entry for m_word, or -1.
-  int findWord();
+  // Reads the length suffix behind a number, from its opening brace on, into
+  // m_word. Returns the number's code.
+  int scanLength();
+
+  // The index of the symbol table's entry for `word`, or -1.
+  int findWord(std::string_view word);
 
   // Makes the entry at `index` the current token and returns its code.
   int useEntry(int index);
 
-  // Makes m_word the one scanned entry, with the code `token`, and that entry
+  // Makes `word` the one scanned entry, with the code `token`, and that entry
   // the current token. Returns the code.
-  int enterWord(int token);
+  int enterWord(std::string_view word, int token);
+
+  // The symbol table, with the scanned entry in it.
+  SchemaSymbolTable *table();
 
   SchemaSymbolTable *m_symtable;  // owned; the keywords and one scanned entry
   std::string m_filename;         // as given to the constructor
@@ -182,9 +192,20 @@ class SchemaLexan : public Clex_analyzer {
   int m_insertindex;              // where the scanned entry is, or will be
   std::string m_workingdir;       // as given to the constructor
 
-  std::string m_word;      // the word, string or number being read
-  std::string m_entry;     // the text of the entry that scanning inserted last
-  bool m_entered = false;  // whether there is such an entry
+  // The piece of the file that is being read, and what of it is not read yet.
+  static constexpr std::streamsize kPieceSize = 1024;
+  std::array<char, kPieceSize> m_piece;
+  const char *m_next = m_piece.data();
+  const char *m_end = m_next;
+
+  std::string m_word;  // a run or number that is not in one piece
+
+  // The scanned entry, while only its text is asked for: it need not be in the
+  // symbol table then. From the first call of table() on it is there, like all
+  // that follow, and these are not used any more.
+  std::string m_entry;
+  int m_entrytoken = -1;  // its code; -1: there is none
+  bool m_tableinuse = false;
 };
 
 #endif  // LIBSCHEMA_SCHEMALEXAN_H_

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "Attribute.h"
 #include "ObjectClass.h"
@@ -258,8 +259,6 @@ class SchemaManager {
   template <class Kind>
   class Merge;
   template <class Kind>
-  bool readDefinition(OidSet *oids, bool inBraces);
-  template <class Kind>
   unsigned int compTable(SchemaManager *other);
   template <class Kind>
   unsigned int checkTable(SchemaManager *other);
@@ -269,24 +268,26 @@ class SchemaManager {
   template <class Kind>
   void withdraw(const std::string &oid);
   template <class Kind>
-  void removeOwned(typename Table<typename Kind::Definition>::iterator entry);
+  using Entry = typename Table<typename Kind::Definition>::iterator;
+  template <class Kind>
+  void removeOwned(Entry<Kind> entry);
+  template <class Kind>
+  void removeOwned(const std::vector<Entry<Kind>> &entries);
   template <class Definition>
   void deleteOwned(Table<Definition> *table);
 
-  // The steps of readFile(): what happens once m_lexan is there; all sections
-  // of the file; the section behind `keyword`; one definition of it. False:
-  // parse error.
+  // What readFile() does once m_lexan is there.
+  class Reading;
   unsigned int readOpenedFile(const std::string &fileName,
                               libschema::TraceScope *trace);
-  bool readSections(OidSet *oids);
-  bool readSection(int keyword, OidSet *oids);
-  bool readDefinition(int keyword, OidSet *oids, bool inBraces);
 
-  // isExcluded(), delOidFromFileSet() and delOidFromModSch() without the copy
-  // of the OID.
+  // writeSetToFile(), isExcluded(), delOidFromFileSet(), delOidFromModSch() and
+  // findOidInSet() without the copies of sets and OIDs.
+  unsigned int writeSet(const OidSet &oids, const std::string &path);
   unsigned int findExcluded(const std::string &oid);
   unsigned int removeFromFileSet(const std::string &oid);
   unsigned int removeFromModSch(const std::string &oid);
+  OidSet *findSet(SchemaManager *old, const std::string &oid);
 
   SchemaLexan *m_lexan;  // of the latest readFile(); not owned; dangles after a
                          // successful one

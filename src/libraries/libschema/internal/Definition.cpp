@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
+#include <utility>
 
 #include "SchemaLexan.h"
 #include "internal/Character.h"
@@ -20,10 +21,12 @@ std::string firstNameLower(const std::vector<std::string> &names) {
 
 namespace {
 
+// Most names that are equal are so in case, too.
 bool equalIgnoringCase(const std::string &a, const std::string &b) {
   return a.size() == b.size() &&
-         std::equal(a.begin(), a.end(), b.begin(),
-                    [](char x, char y) { return toLower(x) == toLower(y); });
+         (a == b ||
+          std::equal(a.begin(), a.end(), b.begin(),
+                     [](char x, char y) { return toLower(x) == toLower(y); }));
 }
 
 // Lists up to this length are searched one by one; for longer ones, a sorted
@@ -79,10 +82,25 @@ int enterDefinition(SchemaLexan *lex) {
   return lex->getCurrentToken();
 }
 
-std::string tokenText(SchemaLexan *lex) {
+void readText(SchemaLexan *lex, std::string *text) {
+  text->clear();
+  lex->getStringValue(lex->getTokenValIndex(), *text);
+}
+
+void appendText(SchemaLexan *lex, std::vector<std::string> *texts) {
+  if (texts->empty()) {
+    texts->reserve(2);
+  }
   std::string text;
-  lex->getStringValue(lex->getTokenValIndex(), text);
-  return text;
+  readText(lex, &text);
+  texts->push_back(std::move(text));
+}
+
+std::string startLine(const char *keyword, const std::string &oid) {
+  std::string line;
+  line.reserve(512);
+  line.append(keyword).append("=( ").append(oid);
+  return line;
 }
 
 void appendQuoted(std::string *line, const std::vector<std::string> &names) {

@@ -31,10 +31,17 @@ std::string oidAndName(const std::string &oid,
 // is one. Returns the token that is current then.
 int enterDefinition(SchemaLexan *lex);
 
-// The text of the current token; empty when it has none.
-std::string tokenText(SchemaLexan *lex);
+// Stores the text of the current token in `text`; empty when it has none.
+void readText(SchemaLexan *lex, std::string *text);
+
+// Appends that text to `texts`.
+void appendText(SchemaLexan *lex, std::vector<std::string> *texts);
 
 // Writing.
+
+// The start of a line: `keyword`, "=( " and the OID. There is room for a line
+// of usual length.
+std::string startLine(const char *keyword, const std::string &oid);
 
 // Appends "'name' " for each name.
 void appendQuoted(std::string *line, const std::vector<std::string> &names);

@@ -1,26 +1,41 @@
 #include "internal/KeptDefinitions.h"
 
+#include <utility>
+
 #include "QORSchema.h"
 
 namespace libschema {
+
+KeptDefinitions::~KeptDefinitions() {
+  for (const auto &[definition, keeper] : m_keepers) {
+    if (keeper == nullptr) {
+      delete definition;
+    }
+  }
+}
 
 bool KeptDefinitions::contains(QORSchema *definition) const {
   return m_keepers.find(definition) != m_keepers.end();
 }
 
+// Those that are kept one after the other were mostly made in that order.
 void KeptDefinitions::keep(QORSchema *definition) {
-  if (contains(definition)) {
-    return;
-  }
-  // Owns the definition last, when nothing can throw any more.
-  const Keeper keeper = std::make_shared<std::unique_ptr<QORSchema>>();
-  m_keepers.emplace(definition, keeper);
-  keeper->reset(definition);
+  m_keepers.try_emplace(m_keepers.end(), definition);
 }
 
 void KeptDefinitions::share(QORSchema *definition, KeptDefinitions *other) {
   other->keep(definition);
-  m_keepers.insert(*other->m_keepers.find(definition));
+  Keeper &theirs = other->m_keepers.find(definition)->second;
+  Keeper keeper = theirs;
+  if (keeper == nullptr) {
+    keeper = std::make_shared<std::unique_ptr<QORSchema>>();
+  }
+  m_keepers.emplace(definition, keeper);
+  // Owns the definition last, when nothing can throw any more.
+  if (theirs == nullptr) {
+    keeper->reset(definition);
+    theirs = std::move(keeper);
+  }
 }
 
 void KeptDefinitions::takeOver(QORSchema *definition,
@@ -29,7 +44,15 @@ void KeptDefinitions::takeOver(QORSchema *definition,
 }
 
 bool KeptDefinitions::drop(QORSchema *definition) noexcept {
-  return m_keepers.erase(definition) != 0;
+  const auto entry = m_keepers.find(definition);
+  if (entry == m_keepers.end()) {
+    return false;
+  }
+  if (entry->second == nullptr) {
+    delete definition;
+  }
+  m_keepers.erase(entry);
+  return true;
 }
 
 }  // namespace libschema

@@ -17,6 +17,12 @@ namespace libschema {
 // kept, a table that points to it does not own it.
 class KeptDefinitions {
  public:
+  KeptDefinitions() = default;
+  ~KeptDefinitions();
+
+  KeptDefinitions(const KeptDefinitions &) = delete;
+  KeptDefinitions &operator=(const KeptDefinitions &) = delete;
+
   bool contains(QORSchema *definition) const;
 
   // Takes over the ownership of a definition; one that is kept already stays
@@ -39,8 +45,9 @@ class KeptDefinitions {
   // memory for the count.)
   using Keeper = std::shared_ptr<std::unique_ptr<QORSchema>>;
 
-  // All that keep a definition have the same keeper for it: share() hands on
-  // the other's, and nobody keeps what another owns already.
+  // The keeper is null while nobody else keeps the definition, which this owns
+  // then. All that keep a definition have the same keeper for it: share() makes
+  // it or hands on the other's, and nobody keeps what another owns already.
   std::map<QORSchema *, Keeper> m_keepers;
 };
 

@@ -45,7 +45,7 @@ static_assert(everyKeywordHasItsSlot());
 
 }  // namespace
 
-int findKeyword(const std::string &word) {
+int findKeyword(std::string_view word) {
   if (word.empty()) {
     return -1;
   }

@@ -3,7 +3,6 @@
 #define LIBSCHEMA_INTERNAL_KEYWORDS_H_
 
 #include <array>
-#include <string>
 #include <string_view>
 
 #include "SchemaSymbolTable.h"
@@ -47,7 +46,7 @@ inline constexpr std::array<Keyword, 25> kKeywords = {{
 
 // The index of the keyword that is exactly `word`, or -1: what lookUpValue()
 // gives for a new SchemaSymbolTable, in constant time and without a copy.
-int findKeyword(const std::string &word);
+int findKeyword(std::string_view word);
 
 }  // namespace libschema
 

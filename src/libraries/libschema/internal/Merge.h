@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "SchemaManager.h"
+#include "internal/AscendingSearch.h"
 #include "internal/Kinds.h"
 #include "internal/Trace.h"
 
@@ -50,24 +51,29 @@ class SchemaManager::Merge {
   using Entry = typename Table<Definition>::iterator;
 
   bool walk() {
+    libschema::AscendingSearch search(&m_targetTable);
     for (Entry entry = m_sourceTable.begin(); entry != m_sourceTable.end();
          ++entry) {
       Definition *definition = entry->second;
-      Definition *namesake = libschema::findIn(m_targetTable, entry->first);
+      const Entry namesake = search.find(entry->first);
       OidSet *oids = nullptr;
-      if (namesake == nullptr) {
-        oids = m_target->findOidInSet(m_source, definition->oid());
+      if (namesake == m_targetTable.end()) {
+        oids = m_target->findSet(m_source, definition->oid());
         if (oids == nullptr) {
           return false;
         }
       }
       m_walked.push_back(entry);
-      if (namesake != nullptr) {
-        replace(replacedBy(definition, namesake), entry->first, definition);
-        enterByOid(definition);
-      } else {
+      if (oids != nullptr) {
         oids->insert(definition->oid());
         add(entry->first, definition);
+        continue;
+      }
+      Definition *replaced = replacedBy(definition, namesake->second);
+      if (!exchange(replaced, namesake, definition)) {
+        replace(replaced, entry->first, definition);
+        enterByOid(definition);
+        search = libschema::AscendingSearch(&m_targetTable);
       }
     }
     return true;
@@ -101,6 +107,25 @@ class SchemaManager::Merge {
     libschema::TraceScope trace(Kind::kLookUp);
     Definition *found = Kind::find(m_target, definition->oid());
     return found != nullptr ? found : namesake;
+  }
+
+  // Does what replace() does in the plain case: the name and the OID lead to
+  // the same definition of the target, which nobody keeps besides. False, and
+  // nothing is done, in other cases.
+  bool exchange(Definition *replaced, Entry namesake, Definition *definition) {
+    if (replaced != namesake->second || m_target->m_kept.contains(replaced)) {
+      return false;
+    }
+    if (m_targetByOid != nullptr) {
+      const Entry found = m_targetByOid->find(definition->oid());
+      if (found == m_targetByOid->end() || found->second != replaced) {
+        return false;
+      }
+      found->second = definition;
+    }
+    namesake->second = definition;
+    delete replaced;
+    return true;
   }
 
   // Takes what is filed under the keys of `replaced` out of the target, and
@@ -141,8 +166,12 @@ class SchemaManager::Merge {
   // Whether the target's tables lead to a definition that has this key.
   bool reached(const std::string &key, Definition *definition) const {
     return libschema::findIn(m_targetTable, key) == definition ||
-           (m_targetByOid != nullptr &&
-            libschema::findIn(*m_targetByOid, definition->oid()) == definition);
+           reachedByOid(definition);
+  }
+
+  bool reachedByOid(Definition *definition) const {
+    return m_targetByOid != nullptr &&
+           libschema::findIn(*m_targetByOid, definition->oid()) == definition;
   }
 
   // After a failure: what stands in both schemas belongs to both.
@@ -178,9 +207,14 @@ class SchemaManager::Merge {
     for (const Entry &entry : m_walked) {
       eraseOidFromSource(entry->second);
     }
+    // In the order of the keys, which the walk had.
+    libschema::AscendingSearch search(&m_targetTable);
     for (const Entry &entry : m_walked) {
       Definition *definition = entry->second;
-      const bool taken = reached(entry->first, definition);
+      const Entry named = search.find(entry->first);
+      const bool taken =
+          (named != m_targetTable.end() && named->second == definition) ||
+          reachedByOid(definition);
       m_sourceTable.erase(entry);
       if (taken) {
         m_target->m_kept.takeOver(definition, &m_source->m_kept);
