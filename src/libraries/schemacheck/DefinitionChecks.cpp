@@ -167,8 +167,8 @@ class DefinitionChecks {
               .first->second;
       if (first != &statement) {
         add(Code::kNameTwice, statement, name->span.begin,
-            "expected a name of its own, found '" + name->text + "', which " +
-                inWordsWithPlace(*first) + " has, too");
+            "expected a name of its own, found " + inQuotes(name->text) +
+                ", which " + inWordsWithPlace(*first) + " has, too");
       }
     }
   }
@@ -201,8 +201,8 @@ class DefinitionChecks {
           m_firstWithColumn.try_emplace(name, &statement).first->second;
       if (first != &statement && seen.insert(name).second) {
         add(Code::kSharedColumn, statement, column->span.begin,
-            "expected a column of its own, found '" + column->text +
-                "', which " + inWordsWithPlace(*first) + " has, too");
+            "expected a column of its own, found " + inQuotes(column->text) +
+                ", which " + inWordsWithPlace(*first) + " has, too");
       }
     }
   }

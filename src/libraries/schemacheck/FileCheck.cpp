@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "KeptComparison.h"
@@ -28,7 +29,7 @@ const char *keywordOf(Kind kind) {
   return "QORAttributetypes";
 }
 
-bool isKeyword(const std::string &spelling) {
+bool isKeyword(std::string_view spelling) {
   for (const char *keyword :
        {"attributetypes", "attributeTypes", "objectclasses", "objectClasses",
         "QORAttributetypes", "QORattributeTypes"}) {
@@ -155,8 +156,8 @@ class FileCheck {
       checkSingle(section);
     } else {
       add(Code::kSectionOpener, section.keyword.end,
-          "expected '=' or '{' behind " + section.spelling + ", found " +
-              openerOf(section, opener) +
+          "expected '=' or '{' behind " + std::string(section.spelling) +
+              ", found " + openerOf(section, opener) +
               (opener == '=' ? "; the library reads one definition at most"
                              : "; the library gives the file up here"));
       checkApart(section);
@@ -195,10 +196,10 @@ class FileCheck {
     if (!isKeyword(section.spelling)) {
       add(Code::kSectionSpelling, section.keyword.begin,
           std::string("expected ") + keywordOf(section.kind) + ", found " +
-              section.spelling + effect);
+              std::string(section.spelling) + effect);
     } else if (end < bytes.size() && bytes[end] == '\t') {
       add(Code::kTab, end,
-          "expected '=' or a blank behind " + section.spelling +
+          "expected '=' or a blank behind " + std::string(section.spelling) +
               ", found a tab" + effect);
     } else if (end == bytes.size()) {
       add(Code::kNoNewline, section.keyword.begin,
@@ -243,7 +244,8 @@ class FileCheck {
     }
     if (!section.closed) {
       add(Code::kSectionUnclosed, section.keyword.begin,
-          "expected '}' at the end of the block of " + section.spelling +
+          "expected '}' at the end of the block of " +
+              std::string(section.spelling) +
               ", found none; the library gives the file up here");
       goOnAt(endOf(section));
       return;

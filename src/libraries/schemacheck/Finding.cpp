@@ -112,6 +112,10 @@ Finding findingOn(Code code, std::string file, std::string message) {
   return {code, std::move(file), 0, 0, shortened(std::move(message)), "", 0};
 }
 
+std::string inQuotes(std::string_view text) {
+  return std::string("'").append(text).append("'");
+}
+
 std::string toText(const Finding &finding) {
   const CodeDescription &code = describe(finding.code);
   const bool isPlaced = finding.line != 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "Suspects.h"
@@ -13,17 +14,17 @@ namespace {
 
 // How what the library has kept of a definition differs from what stands there.
 struct Difference {
-  std::vector<std::string> fields;  // the names of those that differ
-  bool end = false;                 // it ends elsewhere
+  std::vector<std::string_view> fields;  // the names of those that differ
+  bool end = false;                      // it ends elsewhere
 
   bool any() const { return end || !fields.empty(); }
 
-  bool has(const std::string &field) const {
+  bool has(std::string_view field) const {
     return std::find(fields.begin(), fields.end(), field) != fields.end();
   }
 
   // Whether the field differs; from now on it does not count.
-  bool take(const std::string &field) {
+  bool take(std::string_view field) {
     const auto found = std::find(fields.begin(), fields.end(), field);
     const bool differs = found != fields.end();
     if (differs) {
@@ -156,8 +157,9 @@ class KeptComparison {
       for (std::size_t i = 0; i < values.size(); ++i) {
         if (values[i].text != field.values[i]) {
           add(Code::kSpelling, values[i].span.begin,
-              "expected '" + values[i].text + "' to be kept; the library " +
-                  "keeps '" + field.values[i] + "'");
+              "expected " + inQuotes(values[i].text) +
+                  " to be kept; the library keeps " +
+                  inQuotes(field.values[i]));
         }
       }
     }
@@ -230,12 +232,13 @@ class KeptComparison {
   }
 
   // What has become of a field.
-  std::string keeps(const std::string &name) const {
+  std::string keeps(std::string_view name) const {
     for (const Field &field : m_kept.fields) {
       if (name == field.name) {
         return field.values.empty()
                    ? "; the library drops it"
-                   : "; the library keeps " + name + " " + field.text();
+                   : "; the library keeps " + std::string(name) + " " +
+                         field.text();
       }
     }
     return "";

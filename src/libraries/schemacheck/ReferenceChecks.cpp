@@ -22,8 +22,8 @@ bool isNumber(const Value &value) {
 }
 
 // "1.2.3", "'cn'"
-std::string inQuotes(const Value &value) {
-  return isNumber(value) ? value.text : "'" + value.text + "'";
+std::string inWords(const Value &value) {
+  return isNumber(value) ? std::string(value.text) : inQuotes(value.text);
 }
 
 class ReferenceChecks {
@@ -65,14 +65,14 @@ class ReferenceChecks {
     const Definition &definition = *statement.definition;
     if (definition.oid && !isNumericOid(definition.oid->text)) {
       add(Code::kBadOid, statement, *definition.oid,
-          "expected an OID of numbers and dots, found '" +
-              definition.oid->text + "'");
+          "expected an OID of numbers and dots, found " +
+              inQuotes(definition.oid->text));
     }
     for (const Value *name : statement.valuesOf("NAME")) {
       if (!isKeyString(name->text)) {
         add(Code::kBadName, statement, *name,
-            "expected a letter and then letters, digits or hyphens, found '" +
-                name->text + "'");
+            "expected a letter and then letters, digits or hyphens, found " +
+                inQuotes(name->text));
       }
     }
   }
@@ -86,9 +86,8 @@ class ReferenceChecks {
             statement, *value,
             "expected the " +
                 std::string(isSuperior ? "superior " : "attribute ") +
-                inQuotes(*value) + " to be defined, found no " +
-                kindName(kind) + " of this " +
-                (isNumber(*value) ? "OID" : "name"));
+                inWords(*value) + " to be defined, found no " + kindName(kind) +
+                " of this " + (isNumber(*value) ? "OID" : "name"));
       }
     }
   }
@@ -96,11 +95,11 @@ class ReferenceChecks {
   // Of an attribute type.
   void checkValues(const Statement &statement) {
     for (const Value *syntax : statement.valuesOf("SYNTAX")) {
-      const std::string oid = syntax->text.substr(0, syntax->text.find('{'));
+      const std::string_view oid =
+          syntax->text.substr(0, syntax->text.find('{'));
       if (!isStandardSyntax(oid)) {
         add(Code::kUnknownSyntax, statement, *syntax,
-            "expected the OID of a standard syntax, found " +
-                inQuotes(*syntax));
+            "expected the OID of a standard syntax, found " + inWords(*syntax));
       }
     }
     for (const char *keyword : {"EQUALITY", "ORDERING", "SUBSTR"}) {
@@ -108,7 +107,7 @@ class ReferenceChecks {
         if (isNumber(*rule) && !isStandardMatchingRule(rule->text)) {
           add(Code::kUnknownRule, statement, *rule,
               "expected the OID of a standard matching rule, found " +
-                  rule->text);
+                  std::string(rule->text));
         }
       }
     }
@@ -116,8 +115,8 @@ class ReferenceChecks {
       if (!isUsage(usage->text)) {
         add(Code::kBadUsage, statement, *usage,
             "expected userApplications, directoryOperation, "
-            "distributedOperation or dSAOperation, found '" +
-                usage->text + "'");
+            "distributedOperation or dSAOperation, found " +
+                inQuotes(usage->text));
       }
     }
   }
@@ -138,7 +137,7 @@ class ReferenceChecks {
       if (required.count(attributeOf(*value)) != 0) {
         add(Code::kRequiredAndOptional, statement, *value,
             "expected an attribute that MUST does not hold, found " +
-                inQuotes(*value));
+                inWords(*value));
       }
     }
   }

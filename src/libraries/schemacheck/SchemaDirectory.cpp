@@ -39,8 +39,7 @@ SchemaDirectory::SchemaDirectory(fs::path path, std::uintmax_t sizeLimit)
   for (const StrictFile &file : m_files) {
     for (const Section &section : file.reading.sections) {
       for (const Definition &definition : section.definitions) {
-        m_statements.push_back(
-            {&file, &section, &definition, fieldsOf(definition)});
+        m_statements.emplace_back(&file, &section, &definition);
       }
     }
   }

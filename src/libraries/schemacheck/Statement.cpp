@@ -8,45 +8,55 @@ namespace {
 
 // Whether the lists are of one length, and each value of `a` is found in `b`,
 // in any case.
-bool isContained(const std::vector<std::string> &a,
-                 const std::vector<std::string> &b) {
+bool isContained(const std::vector<std::string_view> &a,
+                 const std::vector<std::string_view> &b) {
   if (a.size() != b.size()) {
     return false;
   }
+  if (std::equal(a.begin(), a.end(), b.begin(), isSameInAnyCase)) {
+    return true;
+  }
   std::vector<std::string> sorted;
   sorted.reserve(b.size());
-  for (const std::string &value : b) {
+  for (const std::string_view value : b) {
     sorted.push_back(lowerCase(value));
   }
   std::sort(sorted.begin(), sorted.end());
-  return std::all_of(a.begin(), a.end(), [&sorted](const std::string &value) {
+  return std::all_of(a.begin(), a.end(), [&sorted](std::string_view value) {
     return std::binary_search(sorted.begin(), sorted.end(), lowerCase(value));
   });
 }
 
-}  // namespace
-
-std::string Statement::oid() const {
-  return definition->oid ? definition->oid->text : "";
+bool isEqual(const FieldView &a, const FieldView &b) {
+  return a.form == FieldView::Form::kList ? isContained(a.values, b.values)
+                                          : a.text == b.text;
 }
 
-std::string Statement::firstName() const {
-  for (const Field &field : fields) {
-    if (std::string_view(field.name) == "NAME") {
-      return field.values.empty() ? "" : field.values.front();
+std::string_view firstNameOf(const Definition &definition) {
+  for (const Clause &clause : definition.clauses) {
+    if (clause.known && clause.keyword == "NAME" && !clause.values.empty()) {
+      return clause.values.front().text;
     }
   }
   return "";
 }
 
-std::string Statement::key() const {
-  return definition->kind == Kind::kStorage ? oid() : lowerCase(firstName());
-}
+}  // namespace
+
+Statement::Statement(const StrictFile *inFile, const Section *inSection,
+                     const Definition *ofDefinition)
+    : file(inFile),
+      section(inSection),
+      definition(ofDefinition),
+      m_oid(definition->oid ? definition->oid->text : ""),
+      m_firstName(firstNameOf(*definition)),
+      m_key(definition->kind == Kind::kStorage ? m_oid
+                                               : lowerCase(m_firstName)) {}
 
 std::string Statement::inWords() const {
-  const std::string name = firstName();
   return std::string(kindName(definition->kind)) +
-         (name.empty() ? "" : " '" + name + "'") + " (" + oid() + ")";
+         (m_firstName.empty() ? "" : " '" + m_firstName + "'") + " (" + m_oid +
+         ")";
 }
 
 std::string Statement::place() const {
@@ -75,13 +85,14 @@ bool isIdentical(const Statement &a, const Statement &b) {
 }
 
 std::string differences(const Statement &a, const Statement &b) {
+  std::vector<FieldView> ofA;
+  std::vector<FieldView> ofB;
+  viewFields(*a.definition, &ofA);
+  viewFields(*b.definition, &ofB);
   std::string names;
-  for (std::size_t i = 0; i < a.fields.size(); ++i) {
-    const Field &one = a.fields[i];
-    const Field &other = b.fields[i];
-    if (one.isList ? !isContained(one.values, other.values)
-                   : one.values != other.values) {
-      names += (names.empty() ? "" : ", ") + std::string(one.name);
+  for (std::size_t i = 0; i < ofA.size(); ++i) {
+    if (!isEqual(ofA[i], ofB[i])) {
+      names.append(names.empty() ? "" : ", ").append(ofA[i].name);
     }
   }
   return names;

@@ -21,19 +21,25 @@ struct StrictFile {
 };
 
 // A definition that a file states.
-struct Statement {
+class Statement {
+ public:
+  // None of them is owned.
+  Statement(const StrictFile *inFile, const Section *inSection,
+            const Definition *ofDefinition);
+
   const StrictFile *file;
   const Section *section;
   const Definition *definition;
-  // Its fields as the file says them, in the form and order in which fieldsOf()
-  // gives those of a definition that the library has read.
-  std::vector<Field> fields;
 
-  std::string oid() const;        // empty when it has none
-  std::string firstName() const;  // empty when it has none
+  // Empty when it has none.
+  const std::string &oid() const { return m_oid; }
+  const std::string &firstName() const { return m_firstName; }
   // What a manager files it under: the first name in lower case, for storage
   // definitions the OID.
-  std::string key() const;
+  const std::string &key() const { return m_key; }
+  // Its fields as the file says them, in the form and order in which fieldsOf()
+  // gives those of a definition that the library has read.
+  std::vector<Field> fields() const { return fieldsOf(*definition); }
   // "attribute type 'cn' (2.5.4.3)"
   std::string inWords() const;
   // "FILE:LINE" of its opening parenthesis.
@@ -43,6 +49,11 @@ struct Statement {
   bool isEntered() const;
   // The values of a field, with their places; none when it lacks the field.
   std::vector<const Value *> valuesOf(std::string_view keyword) const;
+
+ private:
+  std::string m_oid;
+  std::string m_firstName;
+  std::string m_key;
 };
 
 // Whether the library takes two definitions of a kind for equal when it

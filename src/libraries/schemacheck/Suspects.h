@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "FindingCodes.h"
@@ -22,7 +23,7 @@ struct Suspect {
   std::string message;
   // The only field that it can change; none: any of them, and where the
   // definition ends.
-  std::string field{};
+  std::string_view field{};
   // How it is reported where it has done no harm; not at all without a code.
   std::optional<Code> harmless = std::nullopt;
   // Whether it is reported whatever the library has kept.
