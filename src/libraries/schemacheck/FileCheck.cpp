@@ -1,6 +1,7 @@
 #include "FileCheck.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -49,7 +50,9 @@ class FileCheck {
   explicit FileCheck(const StrictFile &file)
       : m_file(file),
         m_sections(file.reading.sections),
-        m_library(file.text.bytes().substr(0, file.reading.end)) {}
+        m_library(
+            std::string_view(file.text.bytes()).substr(0, file.reading.end)),
+        m_comparison(file, &m_library) {}
 
   // The loop of SchemaManager::readFile().
   std::vector<Finding> run() {
@@ -211,16 +214,18 @@ class FileCheck {
     checkApart(section);
   }
 
-  Kept parse(const Definition &definition) {
-    return m_library.parse(definition.kind, definition.span.end + kFollowed);
+  // Lets the library read the definition, and compares.
+  bool compare(const Definition &definition, std::vector<Finding> *findings) {
+    const Kept &kept =
+        m_library.parse(definition.kind, definition.span.end + kFollowed);
+    return m_comparison.compare(definition, kept, findings);
   }
 
   // Checks the definitions of a section that the library does not come to.
   void checkApart(const Section &section) {
     for (const Definition &definition : section.definitions) {
       m_library.goTo(definition.span.begin);
-      compareWithKept(m_file, definition, parse(definition), &m_library,
-                      &m_reader, &m_findings);
+      compare(definition, &m_findings);
     }
     goOnAt(endOf(section));
   }
@@ -255,11 +260,10 @@ class FileCheck {
     while (m_token != '}' || first) {
       first = false;
       const std::size_t at = m_library.offset() - 1;
-      const Kept kept = m_library.parse(section.kind, at + kFollowed);
+      const Kept &kept = m_library.parse(section.kind, at + kFollowed);
       m_token = m_library.getCurrentToken();
       if (kept.end == Kept::End::kCutOff || kept.end == Kept::End::kEndless ||
-          kept.end == Kept::End::kBeyond ||
-          !kept.fields.front().values.empty()) {
+          kept.end == Kept::End::kBeyond || !kept.fields.front().text.empty()) {
         add(Code::kPhantom, at,
             "expected '}' or a definition, found what is a definition to the "
             "library alone");
@@ -273,14 +277,13 @@ class FileCheck {
   // `before` and it, and is not layout, is part of it to the library.
   void check(const Definition &definition, std::size_t before) {
     std::vector<Finding> found;
-    if (compareWithKept(m_file, definition, parse(definition), &m_library,
-                        &m_reader, &found)) {
+    if (compare(definition, &found)) {
       m_token = m_library.getCurrentToken();
     } else {
       goOnAt(definition.span.end);
       blameGap(before, definition.span.begin, &found);
     }
-    m_findings.insert(m_findings.end(), found.begin(), found.end());
+    std::move(found.begin(), found.end(), std::back_inserter(m_findings));
   }
 
   // Where no cause of a difference is known, looks for it in the text before
@@ -325,7 +328,7 @@ class FileCheck {
   const std::vector<Section> &m_sections;
   std::size_t m_next = 0;  // the section to come
   LibraryReader m_library;
-  LibraryReader m_reader{""};  // of what the library would write
+  KeptComparison m_comparison;
   int m_token = 0;
   std::vector<Finding> m_findings;
 };

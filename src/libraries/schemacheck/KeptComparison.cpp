@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "Rewriting.h"
 #include "Suspects.h"
 
 namespace schemacheck {
@@ -38,22 +39,31 @@ struct Difference {
 // a definition any more.
 constexpr std::size_t kMost = 100;
 
+// "DESC 'a text'"
+std::string inWords(const FieldView &field) {
+  return std::string(field.name) + " " + toField(field).text();
+}
+
 bool canBeEndless(Code code) {
   return code == Code::kCollective || code == Code::kEndlessNames ||
          code == Code::kNamesLast || code == Code::kColumnsLast ||
          code == Code::kUnclosed;
 }
 
-class KeptComparison {
+// The comparison of one definition.
+class Comparison {
  public:
-  KeptComparison(const StrictFile &file, const Definition &definition,
-                 const Kept &kept, LibraryReader *library,
-                 LibraryReader *reader)
+  Comparison(const StrictFile &file, const Definition &definition,
+             const std::vector<FieldView> &said, const Kept &kept,
+             LibraryReader *library, LibraryReader *reader,
+             std::vector<Finding> *findings)
       : m_file(file),
         m_definition(definition),
+        m_said(said),
         m_kept(kept),
-        m_library(library),
-        m_reader(reader) {}
+        m_library(*library),
+        m_reader(*reader),
+        m_findings(*findings) {}
 
   bool run() {
     Difference difference = compare();
@@ -74,7 +84,7 @@ class KeptComparison {
     }
     if (difference.any()) {
       const std::vector<Suspect> tokens =
-          suspectTokens(m_file, m_definition, m_library);
+          suspectTokens(m_file, m_definition, &m_library);
       others.insert(others.end(), tokens.begin(), tokens.end());
       blame(others, difference);
       return false;
@@ -90,8 +100,6 @@ class KeptComparison {
     }
     return true;
   }
-
-  std::vector<Finding> takeFindings() { return std::move(m_findings); }
 
  private:
   void add(Code code, std::size_t offset, std::string message) {
@@ -110,21 +118,22 @@ class KeptComparison {
   // Compares with what is read of the definition once the library has written
   // it. (That an object class without a name cannot be read is said elsewhere.)
   void rewrite() {
-    if (m_definition.kind == Kind::kObjectClass &&
-        m_kept.fields[1].values.empty()) {
+    const Kind kind = m_definition.kind;
+    if (isPlain(kind, m_kept.fields) ||
+        (kind == Kind::kObjectClass && m_kept.fields[1].values.empty())) {
       return;
     }
-    m_reader->setText(m_kept.line);
-    m_reader->lexan();  // the keyword
-    m_reader->lexan();  // "="
-    const Kept again = m_reader->parse(m_definition.kind, m_kept.line.size());
+    const std::string line = m_library.line(kind);
+    m_reader.setText(line);
+    m_reader.lexan();  // the keyword
+    m_reader.lexan();  // "="
+    const Kept &again = m_reader.parse(kind, line.size());
     for (std::size_t i = 0; i < again.fields.size(); ++i) {
-      const Field &before = m_kept.fields[i];
-      if (before.values != again.fields[i].values) {
+      if (!isSame(m_kept.fields[i], again.fields[i])) {
         add(Code::kRewriting, m_definition.span.begin,
-            std::string("expected ") + before.name + " " + before.text() +
+            "expected " + inWords(m_kept.fields[i]) +
                 " to read back as it is written, found " +
-                again.fields[i].text());
+                toField(again.fields[i]).text());
       }
     }
     if (again.end != Kept::End::kClosed && !m_hasError) {
@@ -136,7 +145,7 @@ class KeptComparison {
 
   // Names that are keywords of sections are kept in the spelling of those.
   void takeSpellings(Difference *difference) {
-    for (const Field &field : m_kept.fields) {
+    for (const FieldView &field : m_kept.fields) {
       std::vector<Value> values;
       for (const Clause &clause : m_definition.clauses) {
         if (clause.known && clause.keyword == field.name) {
@@ -145,10 +154,10 @@ class KeptComparison {
         }
       }
       const auto sameInLowerCase = [](const Value &value,
-                                      const std::string &text) {
-        return lowerCase(value.text) == lowerCase(text);
+                                      std::string_view text) {
+        return isSameInAnyCase(value.text, text);
       };
-      if (!field.isList ||
+      if (field.form != FieldView::Form::kList ||
           !std::equal(values.begin(), values.end(), field.values.begin(),
                       field.values.end(), sameInLowerCase) ||
           !difference->take(field.name)) {
@@ -166,11 +175,10 @@ class KeptComparison {
   }
 
   Difference compare() const {
-    const std::vector<Field> said = fieldsOf(m_definition);
     Difference difference;
-    for (std::size_t i = 0; i < said.size(); ++i) {
-      if (said[i].values != m_kept.fields[i].values) {
-        difference.fields.emplace_back(said[i].name);
+    for (std::size_t i = 0; i < m_said.size(); ++i) {
+      if (!isSame(m_said[i], m_kept.fields[i])) {
+        difference.fields.push_back(m_said[i].name);
       }
     }
     difference.end = m_kept.end != Kept::End::kClosed ||
@@ -205,12 +213,10 @@ class KeptComparison {
           "expected the definition to end at its ')'" + effect);
       return;
     }
-    const std::vector<Field> said = fieldsOf(m_definition);
-    for (const Field &field : said) {
+    for (const FieldView &field : m_said) {
       if (difference.has(field.name)) {
         add(Code::kDiffers, m_definition.span.begin,
-            std::string("expected ") + field.name + " " + field.text() +
-                " to be kept" + keeps(field.name));
+            "expected " + inWords(field) + " to be kept" + keeps(field.name));
       }
     }
   }
@@ -233,12 +239,11 @@ class KeptComparison {
 
   // What has become of a field.
   std::string keeps(std::string_view name) const {
-    for (const Field &field : m_kept.fields) {
+    for (const FieldView &field : m_kept.fields) {
       if (name == field.name) {
-        return field.values.empty()
+        return field.text.empty() && field.values.empty()
                    ? "; the library drops it"
-                   : "; the library keeps " + std::string(name) + " " +
-                         field.text();
+                   : "; the library keeps " + inWords(field);
       }
     }
     return "";
@@ -246,25 +251,23 @@ class KeptComparison {
 
   const StrictFile &m_file;
   const Definition &m_definition;
+  const std::vector<FieldView> &m_said;
   const Kept &m_kept;
-  LibraryReader *m_library;
-  LibraryReader *m_reader;
+  LibraryReader &m_library;
+  LibraryReader &m_reader;
   bool m_hasError = false;  // whether one was reported
-  std::vector<Finding> m_findings;
+  std::vector<Finding> &m_findings;
   std::map<Code, std::size_t> m_numbers;  // of findings
 };
 
 }  // namespace
 
-bool compareWithKept(const StrictFile &file, const Definition &definition,
-                     const Kept &kept, LibraryReader *library,
-                     LibraryReader *reader, std::vector<Finding> *findings) {
-  KeptComparison comparison(file, definition, kept, library, reader);
-  const bool same = comparison.run();
-  for (Finding &finding : comparison.takeFindings()) {
-    findings->push_back(std::move(finding));
-  }
-  return same;
+bool KeptComparison::compare(const Definition &definition, const Kept &kept,
+                             std::vector<Finding> *findings) {
+  viewFields(definition, &m_said);
+  return Comparison(m_file, definition, m_said, kept, &m_library, &m_reader,
+                    findings)
+      .run();
 }
 
 }  // namespace schemacheck
