@@ -4,7 +4,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace schemacheck {
@@ -21,11 +20,8 @@ class DefinitionChecks {
   explicit DefinitionChecks(const SchemaDirectory &directory)
       : m_directory(directory), m_index(directory.index()) {
     for (const Statement &statement : directory.statements()) {
-      if (statement.definition->kind == Kind::kAttributeType) {
-        m_typeFiles.emplace(statement.oid(), statement.file->number);
-      } else if (statement.definition->kind == Kind::kStorage) {
-        m_hasStorage = true;
-      }
+      m_hasStorage =
+          m_hasStorage || statement.definition->kind == Kind::kStorage;
     }
   }
 
@@ -78,16 +74,17 @@ class DefinitionChecks {
   }
 
   void checkFile(const Statement &statement) {
-    const std::string file = kSchemaFiles[statement.file->number].name;
+    const std::string_view file = kSchemaFiles[statement.file->number].name;
     const bool isClass = statement.definition->kind == Kind::kObjectClass;
     if (!endsWith(file, isClass ? ".at" : ".oc")) {
       return;
     }
     const std::string right =
-        file.substr(0, file.size() - 2) + (isClass ? "oc" : "at");
+        std::string(file.substr(0, file.size() - 2)) + (isClass ? "oc" : "at");
     add(Code::kWrongFile, statement, atStart(statement),
         "expected the " + std::string(kindName(statement.definition->kind)) +
-            " in a file such as " + right + ", found it in " + file);
+            " in a file such as " + right + ", found it in " +
+            std::string(file));
   }
 
   void checkPresence(const Statement &statement) {
@@ -135,7 +132,7 @@ class DefinitionChecks {
 
   void checkOid(const Statement &statement) {
     const Kind kind = statement.definition->kind;
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     if (kind == Kind::kStorage || oid.empty()) {
       return;
     }
@@ -159,29 +156,27 @@ class DefinitionChecks {
   }
 
   void checkNames(const Statement &statement) {
-    auto &firstWithName =
+    StatementTable &firstWithName =
         m_firstWithName[static_cast<std::size_t>(statement.definition->kind)];
-    for (const Value *name : statement.valuesOf("NAME")) {
-      const Statement *first =
-          firstWithName.try_emplace(lowerCase(name->text), &statement)
-              .first->second;
+    statement.forValuesOf("NAME", [&](const Value &name) {
+      const Statement *first = firstWithName.add(name.text, &statement);
       if (first != &statement) {
-        add(Code::kNameTwice, statement, name->span.begin,
-            "expected a name of its own, found " + inQuotes(name->text) +
+        add(Code::kNameTwice, statement, name.span.begin,
+            "expected a name of its own, found " + inQuotes(name.text) +
                 ", which " + inWordsWithPlace(*first) + " has, too");
       }
-    }
+    });
   }
 
   // Of a storage definition.
   void checkType(const Statement &statement) {
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     const Statement *type = m_index.withOid(Kind::kAttributeType, oid);
     if (type == nullptr) {
       add(Code::kStorageWithoutType, statement, atOid(statement),
           "expected an attribute type with the OID " + oid +
               ", found none; the library never writes the storage definition");
-    } else if (m_typeFiles.count({oid, statement.file->number}) == 0) {
+    } else if (!hasType(*statement.file, oid)) {
       const bool areWritten = kSchemaFiles[statement.file->number].written &&
                               kSchemaFiles[type->file->number].written;
       add(Code::kStorageApart, statement, atOid(statement),
@@ -193,23 +188,37 @@ class DefinitionChecks {
     }
   }
 
-  void checkColumns(const Statement &statement) {
-    std::set<std::string> seen;
-    for (const Value *column : statement.valuesOf("DBNAME")) {
-      const std::string name = lowerCase(column->text);
-      const Statement *first =
-          m_firstWithColumn.try_emplace(name, &statement).first->second;
-      if (first != &statement && seen.insert(name).second) {
-        add(Code::kSharedColumn, statement, column->span.begin,
-            "expected a column of its own, found " + inQuotes(column->text) +
-                ", which " + inWordsWithPlace(*first) + " has, too");
+  // Whether an attribute type with the OID, be it the first or another, is in
+  // the file.
+  bool hasType(const StrictFile &file, const std::string &oid) {
+    if (m_index.withOid(Kind::kAttributeType, oid)->file == &file) {
+      return true;
+    }
+    if (m_typeFiles.empty()) {
+      for (const Statement &statement : m_directory.statements()) {
+        if (statement.definition->kind == Kind::kAttributeType) {
+          m_typeFiles.emplace(statement.oid(), statement.file->number);
+        }
       }
     }
+    return m_typeFiles.count({oid, file.number}) != 0;
+  }
+
+  void checkColumns(const Statement &statement) {
+    std::set<std::string> seen;
+    statement.forValuesOf("DBNAME", [&](const Value &column) {
+      const Statement *first = m_firstWithColumn.add(column.text, &statement);
+      if (first != &statement && seen.insert(lowerCase(column.text)).second) {
+        add(Code::kSharedColumn, statement, column.span.begin,
+            "expected a column of its own, found " + inQuotes(column.text) +
+                ", which " + inWordsWithPlace(*first) + " has, too");
+      }
+    });
   }
 
   // Of an attribute type.
   void checkStorage(const Statement &statement) {
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     if (m_hasStorage && !oid.empty() &&
         m_index.holder(Kind::kStorage, oid) == nullptr) {
       add(Code::kNoStorage, statement, atOid(statement),
@@ -217,15 +226,14 @@ class DefinitionChecks {
     }
   }
 
-  using Index = std::unordered_map<std::string, const Statement *>;
-
   const SchemaDirectory &m_directory;
   const DefinitionIndex &m_index;
-  std::set<std::pair<std::string, std::size_t>> m_typeFiles;  // OID and file
+  // The OID and the file of each attribute type, once somebody has asked.
+  std::set<std::pair<std::string_view, std::size_t>> m_typeFiles;
   bool m_hasStorage = false;
   // Of what has been looked at so far, and is held.
-  std::array<Index, kKinds> m_firstWithName;
-  Index m_firstWithColumn;
+  std::array<StatementTable, kKinds> m_firstWithName;
+  StatementTable m_firstWithColumn;
   std::vector<Finding> m_findings;
 };
 

@@ -6,17 +6,13 @@ void DefinitionIndex::add(const Statement &statement) {
   if (!statement.isEntered()) {
     return;
   }
-  const Definition &definition = *statement.definition;
-  Tables &tables = m_tables[static_cast<std::size_t>(definition.kind)];
+  Tables &tables =
+      m_tables[static_cast<std::size_t>(statement.definition->kind)];
   tables.byKey.add(statement.key(), &statement);
   tables.byOid.add(statement.oid(), &statement);
-  for (const Clause &clause : definition.clauses) {
-    if (clause.known && clause.keyword == "NAME") {
-      for (const Value &name : clause.values) {
-        tables.byName.add(name.text, &statement);
-      }
-    }
-  }
+  statement.forValuesOf("NAME", [&](const Value &name) {
+    tables.byName.add(name.text, &statement);
+  });
 }
 
 const Statement *DefinitionIndex::holder(Kind kind,

@@ -32,7 +32,7 @@ class DefinitionIndex {
   struct Tables {
     StatementTable byKey{StatementTable::Case::kMatters};
     StatementTable byOid{StatementTable::Case::kMatters};
-    StatementTable byName{StatementTable::Case::kIgnored};
+    StatementTable byName;
   };
   const Tables &of(Kind kind) const {
     return m_tables[static_cast<std::size_t>(kind)];

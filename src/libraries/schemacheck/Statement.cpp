@@ -70,13 +70,8 @@ bool Statement::isEntered() const {
 
 std::vector<const Value *> Statement::valuesOf(std::string_view keyword) const {
   std::vector<const Value *> values;
-  for (const Clause &clause : definition->clauses) {
-    if (clause.known && clause.keyword == keyword) {
-      for (const Value &value : clause.values) {
-        values.push_back(&value);
-      }
-    }
-  }
+  forValuesOf(keyword,
+              [&values](const Value &value) { values.push_back(&value); });
   return values;
 }
 

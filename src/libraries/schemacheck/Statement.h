@@ -2,6 +2,7 @@
 #ifndef SCHEMACHECK_STATEMENT_H_
 #define SCHEMACHECK_STATEMENT_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -49,6 +50,15 @@ class Statement {
   bool isEntered() const;
   // The values of a field, with their places; none when it lacks the field.
   std::vector<const Value *> valuesOf(std::string_view keyword) const;
+  // Calls `function` with each of them.
+  template <class Function>
+  void forValuesOf(std::string_view keyword, Function function) const {
+    for (const Clause &clause : definition->clauses) {
+      if (clause.known && clause.keyword == keyword) {
+        std::for_each(clause.values.begin(), clause.values.end(), function);
+      }
+    }
+  }
 
  private:
   std::string m_oid;

@@ -19,7 +19,7 @@ class StatementTable {
   // Whether texts in upper and in lower case are the same.
   enum class Case { kMatters, kIgnored };
 
-  explicit StatementTable(Case textCase) : m_case(textCase) {}
+  explicit StatementTable(Case textCase = Case::kIgnored) : m_case(textCase) {}
 
   // Returns what is held under the text from now on: what was entered first.
   const Statement *add(std::string_view text, const Statement *statement);
