@@ -45,14 +45,15 @@ TEST(PoolTest, TakesTheItems) {
 TEST(PoolTest, ListsStay) {
   Pool<int> pool;
   std::vector<PoolList<int>> lists;
-  for (std::size_t size = 0; size < 1200; ++size) {
+  for (std::size_t size = 0; size < 5000; size += size / 100 + 1) {
     std::vector<int> items = numbers(size);
     lists.push_back(pool.take(&items));
+    ASSERT_TRUE(items.empty());
+    ASSERT_EQ(lists.back().size(), size);
   }
   const Pool<int> moved = std::move(pool);
-  for (std::size_t size = 0; size < lists.size(); ++size) {
-    ASSERT_EQ(std::vector<int>(lists[size].begin(), lists[size].end()),
-              numbers(size));
+  for (const PoolList<int> &list : lists) {
+    ASSERT_EQ(std::vector<int>(list.begin(), list.end()), numbers(list.size()));
   }
 }
 

@@ -46,9 +46,11 @@ void setLine(std::string_view line, std::size_t offset, Finding *finding) {
     }
   }
   const std::string_view before = begin > 0 ? "..." : "";
+  const std::string_view after = end < line.size() ? "..." : "";
+  finding->sourceLine.reserve(before.size() + end - begin + after.size());
   finding->sourceLine.append(before)
       .append(line.substr(begin, end - begin))
-      .append(end < line.size() ? "..." : "");
+      .append(after);
   finding->caret = before.size() + offset - begin;
 }
 

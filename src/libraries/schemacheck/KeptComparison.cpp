@@ -35,10 +35,6 @@ struct Difference {
   }
 };
 
-// The findings of one code in a definition. What is damaged beyond that is not
-// a definition any more.
-constexpr std::size_t kMost = 100;
-
 // "DESC 'a text'"
 std::string inWords(const FieldView &field) {
   return std::string(field.name) + " " + toField(field).text();
@@ -105,10 +101,10 @@ class Comparison {
   void add(Code code, std::size_t offset, std::string message) {
     m_hasError = m_hasError || describe(code).severity == Severity::kError;
     const std::size_t number = ++m_numbers[code];
-    if (number > kMost) {
+    if (number > kMostFindings) {
       return;
     }
-    if (number == kMost) {
+    if (number == kMostFindings) {
       message += "; more of these in the definition are not shown";
     }
     m_findings.push_back(

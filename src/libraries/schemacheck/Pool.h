@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace schemacheck {
@@ -41,10 +42,15 @@ class Pool {
   Pool(Pool &&) noexcept = default;
   Pool &operator=(Pool &&) noexcept = default;
 
-  // Copies the items, and leaves `items` empty.
+  // Takes the items, and leaves `items` empty.
   PoolList<T> take(std::vector<T> *items) {
     if (items->empty()) {
       return {};
+    }
+    if (items->size() >= kLong) {
+      const std::vector<T> &taken = m_long.emplace_back(std::move(*items));
+      *items = {};
+      return {taken.data(), taken.size()};
     }
     if (m_chunks.empty() || room() < items->size()) {
       m_chunks.emplace_back().reserve(std::max(items->size(), kChunk));
@@ -59,12 +65,14 @@ class Pool {
 
  private:
   static constexpr std::size_t kChunk = 512;
+  static constexpr std::size_t kLong = 4096;
 
   std::size_t room() const {
     return m_chunks.back().capacity() - m_chunks.back().size();
   }
 
   std::vector<std::vector<T>> m_chunks;  // none grows beyond what it reserves
+  std::vector<std::vector<T>> m_long;    // lists that are a piece each
 };
 
 }  // namespace schemacheck

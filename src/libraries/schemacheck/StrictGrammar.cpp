@@ -106,8 +106,9 @@ std::optional<ClauseForm> clauseForm(Kind kind, std::string_view word) {
        i < kFirstOfLength[word.size() + 1]; ++i) {
     const ClauseEntry &entry = kClauses[i];
     const bool known = entry.kind == kind;
-    if ((known || !form) && isSpelling(word, entry.keyword)) {
-      form = {entry.keyword, entry.takes, known, word == entry.keyword};
+    const bool exact = word == entry.keyword;
+    if ((known || !form) && (exact || isSpelling(word, entry.keyword))) {
+      form = {entry.keyword, entry.takes, known, exact};
       if (known) {
         break;
       }

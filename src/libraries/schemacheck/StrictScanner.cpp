@@ -90,6 +90,12 @@ std::size_t StrictScanner::lineEnd(std::size_t offset) const {
                                                          : newline;
 }
 
+// The first line feed from `begin` on; `end` if there is none before that.
+std::size_t StrictScanner::newlineIn(std::size_t begin, std::size_t end) const {
+  const std::size_t newline = m_text.substr(begin, end - begin).find('\n');
+  return newline == m_text.npos ? end : begin + newline;
+}
+
 std::size_t StrictScanner::skipBlanks(std::size_t offset) const {
   while (isBlank(at(offset))) {
     ++offset;
@@ -152,19 +158,24 @@ Token StrictScanner::scanQuoted() {
 }
 
 void StrictScanner::findStringEnd(std::size_t offset) {
-  for (; offset < m_text.size(); ++offset) {
-    const char c = m_text[offset];
-    if (c == '\'' && !isApostrophe(offset)) {
-      m_stringEnd = offset;
-      m_stringCloses = true;
+  while (true) {
+    const std::size_t quote =
+        std::min(m_text.find('\'', offset), m_text.size());
+    for (std::size_t newline = newlineIn(offset, quote); newline < quote;
+         newline = newlineIn(newline + 1, quote)) {
+      if (beginsGrammar(newline + 1)) {
+        m_stringEnd = newline;
+        m_stringCloses = false;
+        return;
+      }
+    }
+    if (quote == m_text.size() || !isApostrophe(quote)) {
+      m_stringEnd = quote;
+      m_stringCloses = quote < m_text.size();
       return;
     }
-    if (c == '\n' && beginsGrammar(offset + 1)) {
-      break;
-    }
+    offset = quote + 1;
   }
-  m_stringEnd = offset;
-  m_stringCloses = false;
 }
 
 // A keyword directly behind a quote has only lost its blank.

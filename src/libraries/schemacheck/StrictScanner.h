@@ -69,6 +69,7 @@ class StrictScanner {
  private:
   char at(std::size_t offset) const;  // '\0' behind the text
   std::size_t lineEnd(std::size_t offset) const;
+  std::size_t newlineIn(std::size_t begin, std::size_t end) const;
   std::size_t skipBlanks(std::size_t offset) const;
   std::size_t skipLayout(std::size_t offset) const;
   std::size_t wordEnd(std::size_t offset) const;

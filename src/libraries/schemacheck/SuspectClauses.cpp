@@ -23,7 +23,7 @@ class Clauses {
  public:
   explicit Clauses(const Definition &definition) : m_definition(definition) {}
 
-  std::vector<Suspect> run() {
+  SuspectList run() {
     for (std::size_t i = 0; i < m_definition.clauses.size(); ++i) {
       const Clause &clause = m_definition.clauses[i];
       m_next = i + 1 < m_definition.clauses.size()
@@ -62,7 +62,7 @@ class Clauses {
   void add(Code code, std::size_t offset, std::string message,
            std::string_view field = {},
            std::optional<Code> harmless = std::nullopt) {
-    m_suspects.push_back({code, offset, std::move(message), field, harmless});
+    m_suspects.add({code, offset, std::move(message), field, harmless});
   }
 
   void add(Code code, const Clause &clause, std::string message,
@@ -72,7 +72,7 @@ class Clauses {
   }
 
   void addAlways(Code code, const Clause &clause, std::string message) {
-    m_suspects.push_back(
+    m_suspects.add(
         {code, clause.span.begin, std::move(message), {}, std::nullopt, true});
   }
 
@@ -211,7 +211,7 @@ class Clauses {
   const Definition &m_definition;
   const Clause *m_next = nullptr;        // the clause behind the one looked at
   std::vector<std::string_view> m_seen;  // the fields, each once
-  std::vector<Suspect> m_suspects;
+  SuspectList m_suspects;
 };
 
 // The keyword of the clause in which a fault lies; empty if it is in none.
@@ -281,7 +281,7 @@ Suspect suspectOf(const Fault &fault, const Definition &definition) {
 
 std::vector<Suspect> suspectClauses(const StrictFile &file,
                                     const Definition &definition) {
-  std::vector<Suspect> suspects = Clauses(definition).run();
+  SuspectList suspects = Clauses(definition).run();
   const std::vector<Fault> &faults = file.reading.faults;
   auto fault =
       std::lower_bound(faults.begin(), faults.end(), definition.span.begin,
@@ -292,10 +292,10 @@ std::vector<Suspect> suspectClauses(const StrictFile &file,
        ++fault) {
     if (fault->code !=
         FaultCode::kOidMissing) {  // the definition's own finding
-      suspects.push_back(suspectOf(*fault, definition));
+      suspects.add(suspectOf(*fault, definition));
     }
   }
-  return suspects;
+  return suspects.take();
 }
 
 }  // namespace schemacheck

@@ -48,7 +48,7 @@ class Tokens {
       const Token token = scanner.next();
       if (token.type == Token::Type::kEnd ||
           token.span.begin >= definition.span.end) {
-        return m_suspects;
+        return m_suspects.take();
       }
       lookForReturn(definition, before, token.span.begin);
       if (token.intact && token.type != Token::Type::kDoubleQuoted) {
@@ -60,7 +60,7 @@ class Tokens {
 
  private:
   void add(Code code, std::size_t offset, std::string message) {
-    m_suspects.push_back({code, offset, std::move(message)});
+    m_suspects.add({code, offset, std::move(message)});
   }
 
   // A carriage return is a token to the library, and does harm between the
@@ -163,7 +163,7 @@ class Tokens {
   std::string_view m_bytes;
   LibraryReader &m_library;
   std::vector<std::size_t> m_values;  // where they begin, ascending
-  std::vector<Suspect> m_suspects;
+  SuspectList m_suspects;
 };
 
 }  // namespace
