@@ -1,16 +1,20 @@
 #include "Check.h"
 
 #include <algorithm>
+#include <atomic>
 #include <deque>
+#include <future>
 #include <iterator>
 #include <ostream>
 #include <set>
+#include <thread>
 #include <utility>
 
 #include "DirectoryCheck.h"
 #include "ListChecks.h"
 #include "MergeChecks.h"
 #include "SchemaDirectory.h"
+#include "ldtr.h"
 
 using schemacheck::Finding;
 using schemacheck::SchemaDirectory;
@@ -32,10 +36,9 @@ std::string inWords(std::size_t number, const std::string &what) {
 
 class Check {
  public:
-  explicit Check(const CheckOptions &options) {
-    for (const std::string &path : options.directories) {
-      m_directories.emplace_back(path, options.sizeLimit);
-    }
+  explicit Check(const CheckOptions &options)
+      : m_directories(options.directories.size()) {
+    checkDirectories(options);
     std::set<std::string> excluded;
     if (options.excludedOids) {
       excluded = checkList(*options.excludedOids);
@@ -43,12 +46,12 @@ class Check {
     if (options.modifiedOids) {
       checkList(*options.modifiedOids);
     }
-    const SchemaDirectory &release = m_directories.back();
-    for (const SchemaDirectory &directory : m_directories) {
-      std::vector<Finding> findings = checkDirectory(directory);
-      if (&directory != &release) {
+    const SchemaDirectory &release = *m_directories.back().schema;
+    for (Directory &directory : m_directories) {
+      std::vector<Finding> findings = std::move(directory.findings);
+      if (&*directory.schema != &release) {
         const std::vector<Finding> more =
-            checkMerge(directory, release, excluded);
+            checkMerge(*directory.schema, release, excluded);
         findings.insert(findings.end(), more.begin(), more.end());
         sortFindings(&findings);
       }
@@ -59,6 +62,40 @@ class Check {
   const std::vector<Finding> &findings() const { return m_findings; }
 
  private:
+  struct Directory {
+    std::optional<SchemaDirectory> schema;
+    std::vector<Finding> findings;  // of the directory by itself
+  };
+
+  // Reads and checks each directory by itself, as many at once as there are
+  // processors; while the library is traced, one after the other, so that the
+  // trace can be read.
+  void checkDirectories(const CheckOptions &options) {
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&] {
+      for (std::size_t i = next++; i < m_directories.size(); i = next++) {
+        Directory &directory = m_directories[i];
+        directory.schema.emplace(options.directories[i], options.sizeLimit);
+        directory.findings = checkDirectory(*directory.schema);
+      }
+    };
+    const std::size_t workers =
+        trcEvents == 0
+            ? std::min<std::size_t>(m_directories.size(),
+                                    std::thread::hardware_concurrency())
+            : 1;
+    std::vector<std::future<void>> others;
+    for (std::size_t i = 1; i < workers; ++i) {
+      // Where no thread can be had, this one does all the work.
+      others.push_back(
+          std::async(std::launch::async | std::launch::deferred, work));
+    }
+    work();
+    for (std::future<void> &other : others) {
+      other.get();
+    }
+  }
+
   void add(std::vector<Finding> findings) {
     std::move(findings.begin(), findings.end(), std::back_inserter(m_findings));
   }
@@ -66,15 +103,15 @@ class Check {
   // Returns the OIDs that the library reads from the list.
   std::set<std::string> checkList(const std::string &path) {
     std::vector<const SchemaDirectory *> directories;
-    for (const SchemaDirectory &directory : m_directories) {
-      directories.push_back(&directory);
+    for (const Directory &directory : m_directories) {
+      directories.push_back(&*directory.schema);
     }
     schemacheck::OidList list = schemacheck::checkOidList(path, directories);
     add(std::move(list.findings));
     return std::move(list.oids);
   }
 
-  std::deque<SchemaDirectory> m_directories;
+  std::deque<Directory> m_directories;
   std::vector<Finding> m_findings;
 };
 
