@@ -27,6 +27,16 @@ constexpr std::string_view kValues[] = {
     "NAME",   "'NAME'", "'name'", "'LENGTH'", "'MUST'",  "'attributeTypes'",
     "(",      ")",      "$",      "( 1.3 )",  "'( a'",   "'objectclasses'"};
 
+std::string_view withoutQuotes(std::string_view value) {
+  return value[0] == '\'' ? value.substr(1, value.size() - 2) : value;
+}
+
+// A value by itself, and one that repeats the text of the other.
+bool canMatter(std::string_view value, std::string_view other) {
+  return value == "'a'" || other == "'a'" || value == "1.2" || other == "1.2" ||
+         withoutQuotes(value) == withoutQuotes(other);
+}
+
 struct Fields {
   Kind kind;
   const char *keyword;
@@ -98,16 +108,18 @@ TEST_P(RewritingTest, WhatIsPlainReadsBack) {
     for (const char *next : GetParam().before) {
       for (const std::string_view value : kValues) {
         for (const std::string_view other : kValues) {
-          std::string clauses = std::string(field) + " ";
-          clauses.append(value).append(" ").append(next);
-          clauses.append(" ").append(other).append(" ");
-          check(clauses);
+          if (canMatter(value, other)) {
+            std::string clauses = std::string(field) + " ";
+            clauses.append(value).append(" ").append(next);
+            clauses.append(" ").append(other).append(" ");
+            check(clauses);
+          }
         }
       }
     }
   }
-  EXPECT_GT(m_plain, 1000);
-  EXPECT_GT(m_lost, 1000);
+  EXPECT_GT(m_plain, 500);
+  EXPECT_GT(m_lost, 500);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, RewritingTest, testing::ValuesIn(kFields));
