@@ -136,7 +136,7 @@ class MergeChecks {
   }
 
   void checkStorage(const Statement &statement) {
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     const auto carried = m_carriedByOid.find(oid);
     if (m_release.withOid(Kind::kAttributeType, oid) == nullptr &&
         (carried == m_carriedByOid.end() ||
