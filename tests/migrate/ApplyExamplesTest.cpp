@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -13,10 +14,12 @@
 
 #include "Apply.h"
 #include "MigrateTesting.h"
+#include "Migration.h"
 #include "SchemaManager.h"
-#include "Schemas.h"
 
 namespace fs = std::filesystem;
+
+using schemaplan::Verdict;
 
 namespace {
 
@@ -26,6 +29,16 @@ const fs::path kExamples = SCHEMA_EXAMPLES_DIR;
 const fs::path kOld = kExamples / "old-installation";
 const fs::path kNew = kExamples / "new-release";
 const fs::path kExcluded = kExamples / "excluded-oids.txt";
+
+// The warnings of the listed OIDs that a result has no definition for.
+const Names kNotInResult = {
+    "excluded-oids.txt:7:1: warning: [LIST-UNKNOWN] expected the OID of a "
+    "definition, found 1.3.6.1.4.1.32473.1.12, which no definition has",
+    "excluded-oids.txt:7:24: warning: [LIST-UNKNOWN] expected the OID of a "
+    "definition, found 1.3.6.1.4.1.32473.2.5, which no definition has",
+    "excluded-oids.txt:12:1: warning: [LIST-UNKNOWN] expected the OID of a "
+    "definition, found 2.5.4.2, which no definition has",
+};
 
 // Key to definition, as it is written.
 using Table = std::map<std::string, std::string>;
@@ -108,12 +121,18 @@ const char *keywordOf(Kind kind) {
 
 class ApplyExamplesTest : public MigrateTest {
  protected:
+  // `unknown`: the warnings of listed OIDs that no definition has.
   ApplyResult migrate(const fs::path &oldDirectory,
-                      const fs::path &newDirectory,
-                      const std::string &out) const {
-    const ApplyResult result =
-        apply({oldDirectory, newDirectory, path(out), kExcluded});
-    EXPECT_EQ(result.warnings, Names());
+                      const fs::path &newDirectory, const std::string &out,
+                      const Names &unknown = {}) const {
+    const ApplyResult result = apply(
+        {{oldDirectory, newDirectory, std::nullopt, kExcluded}, path(out)});
+    Names warnings;
+    for (const std::string &warning : result.warnings) {
+      warnings.push_back(replaceAll(warning.substr(0, warning.find('\n')),
+                                    kExamples.string() + '/', ""));
+    }
+    EXPECT_EQ(warnings, unknown);
     return result;
   }
 
@@ -129,13 +148,15 @@ class ApplyExamplesTest : public MigrateTest {
   const FixedDate m_date;
 };
 
-// The definitions of the old installation that met each fate, by kind.
-Names withFate(const Schemas &schemas, Fate fate, Kind kind) {
+// The definitions of the old installation that meet a verdict, by kind.
+Names withVerdict(const Migration &migration, Verdict verdict, Kind kind) {
   Names names;
-  for (std::size_t i = 0; i < schemas.fates().size(); ++i) {
-    const Entry &entry = schemas.oldFiles().entries()[i];
-    if (schemas.fates()[i] == fate && entry.kind == kind) {
-      names.push_back(kind == Kind::kStorage ? entry.oid : entry.name);
+  for (const schemaplan::PlannedDefinition &planned :
+       migration.plan().definitions) {
+    const schemacheck::Statement &statement = *planned.statement;
+    if (planned.verdict == verdict && statement.definition->kind == kind) {
+      names.push_back(kind == Kind::kStorage ? statement.oid()
+                                             : statement.firstName());
     }
   }
   std::sort(names.begin(), names.end());
@@ -152,8 +173,8 @@ std::size_t sumOf(const Counts &counts) {
   return sum;
 }
 
-std::size_t sumOf(const ApplyResult &result, Fate fate) {
-  return sumOf(result.fates[static_cast<std::size_t>(fate)]);
+std::size_t sumOf(const ApplyResult &result, Verdict verdict) {
+  return sumOf(result.verdicts[static_cast<std::size_t>(verdict)]);
 }
 
 TEST_F(ApplyExamplesTest, TheResultHoldsTheReleaseAndWhatIsCarried) {
@@ -237,37 +258,36 @@ objectclasses=( 2.16.840.1.113730.3.2.2 NAME 'inetOrgPerson'  DESC 'Person of to
 )");
 }
 
-TEST_F(ApplyExamplesTest, EachDefinitionMeetsTheFateThatItIsThereFor) {
-  Schemas schemas(kOld, kNew);
-  schemas.readExcludedOids(kExcluded);
-  schemas.compare();
+TEST_F(ApplyExamplesTest, EachDefinitionMeetsTheVerdictThatItIsThereFor) {
+  const Migration migration({kOld, kNew, std::nullopt, kExcluded});
   EXPECT_EQ(
-      withFate(schemas, Fate::kAdded, Kind::kAttributeType),
+      withVerdict(migration, Verdict::kAdded, Kind::kAttributeType),
       (Names{"dmdName", "exampleAssetTag", "exampleBadgeNumber",
              "exampleCostCentre", "exampleDeskCode", "exampleEmergencyContact",
              "exampleHireDate", "exampleLeaveDays", "exampleNickname",
              "exampleParkingPermit", "exampleProjectLead", "exampleWarrantyEnd",
              "presentationAddress", "protocolInformation",
              "supportedApplicationContext"}));
-  EXPECT_EQ(withFate(schemas, Fate::kAdded, Kind::kObjectClass),
+  EXPECT_EQ(withVerdict(migration, Verdict::kAdded, Kind::kObjectClass),
             (Names{"applicationEntity", "dmd", "exampleAsset",
                    "exampleContractor", "exampleEmployee", "exampleProject"}));
-  EXPECT_EQ(withFate(schemas, Fate::kAdded, Kind::kStorage).size(), 15U);
-  EXPECT_EQ(withFate(schemas, Fate::kReplaced, Kind::kAttributeType),
+  EXPECT_EQ(withVerdict(migration, Verdict::kAdded, Kind::kStorage).size(),
+            15U);
+  EXPECT_EQ(withVerdict(migration, Verdict::kReplaces, Kind::kAttributeType),
             (Names{"altServer", "description", "labeledUri", "personalTitle",
                    "telephoneNumber", "title"}));
-  EXPECT_EQ(withFate(schemas, Fate::kReplaced, Kind::kObjectClass),
+  EXPECT_EQ(withVerdict(migration, Verdict::kReplaces, Kind::kObjectClass),
             (Names{"device", "extensibleObject", "groupOfUniqueNames",
                    "labeledUriObject", "rFC822LocalPart"}));
-  EXPECT_EQ(withFate(schemas, Fate::kReplaced, Kind::kStorage),
+  EXPECT_EQ(withVerdict(migration, Verdict::kReplaces, Kind::kStorage),
             (Names{"0.9.2342.19200300.100.1.3", "1.3.6.1.4.1.250.1.57",
                    "2.5.4.13", "2.5.4.20", "2.5.4.3"}));
   EXPECT_EQ(
-      withFate(schemas, Fate::kExcluded, Kind::kAttributeType),
+      withVerdict(migration, Verdict::kExcluded, Kind::kAttributeType),
       (Names{"exampleFaxGateway", "knowledgeInformation", "userPassword"}));
-  EXPECT_EQ(withFate(schemas, Fate::kExcluded, Kind::kObjectClass),
+  EXPECT_EQ(withVerdict(migration, Verdict::kExcluded, Kind::kObjectClass),
             Names{"exampleFaxUser"});
-  EXPECT_EQ(withFate(schemas, Fate::kExcluded, Kind::kStorage),
+  EXPECT_EQ(withVerdict(migration, Verdict::kExcluded, Kind::kStorage),
             (Names{"1.3.6.1.4.1.32473.1.12", "2.5.4.2", "2.5.4.35"}));
 }
 
@@ -279,30 +299,32 @@ TEST_F(ApplyExamplesTest, TwoMigrationsAtOneDateGiveTheSameBytes) {
 
 TEST_F(ApplyExamplesTest, AResultMigratesIntoTheReleaseAsItself) {
   migrate(kOld, kNew, "out");
-  const ApplyResult result = migrate(path("out"), kNew, "again");
+  const ApplyResult result = migrate(path("out"), kNew, "again", kNotInResult);
   expectSameFiles("out", "again");
-  EXPECT_EQ(sumOf(result, Fate::kAdded), 36U);
-  EXPECT_EQ(sumOf(result, Fate::kReplaced), 16U);
-  EXPECT_EQ(sumOf(result, Fate::kExcluded), 2U);
-  EXPECT_EQ(sumOf(result, Fate::kIdentical), 240U);
+  EXPECT_EQ(sumOf(result, Verdict::kAdded), 36U);
+  EXPECT_EQ(sumOf(result, Verdict::kReplaces), 16U);
+  EXPECT_EQ(sumOf(result, Verdict::kExcluded), 2U);
+  EXPECT_EQ(sumOf(result, Verdict::kIdentical), 240U);
 }
 
 TEST_F(ApplyExamplesTest, TheOldInstallationFindsItselfInTheResult) {
   migrate(kOld, kNew, "out");
   const ApplyResult result = migrate(kOld, path("out"), "again");
   expectSameFiles("out", "again");
-  EXPECT_EQ(sumOf(result, Fate::kAdded), 0U);
-  EXPECT_EQ(sumOf(result, Fate::kReplaced), 0U);
-  EXPECT_EQ(sumOf(result, Fate::kExcluded), 7U);
-  EXPECT_EQ(sumOf(result, Fate::kIdentical), 280U);
+  EXPECT_EQ(sumOf(result, Verdict::kAdded), 0U);
+  EXPECT_EQ(sumOf(result, Verdict::kReplaces), 0U);
+  EXPECT_EQ(sumOf(result, Verdict::kExcluded), 7U);
+  EXPECT_EQ(sumOf(result, Verdict::kIdentical), 280U);
 }
 
 TEST_F(ApplyExamplesTest, AResultMigratesIntoItselfUnchanged) {
   migrate(kOld, kNew, "out");
-  const ApplyResult result = migrate(path("out"), path("out"), "again");
+  const ApplyResult result =
+      migrate(path("out"), path("out"), "again", kNotInResult);
   expectSameFiles("out", "again");
-  EXPECT_EQ(sumOf(result, Fate::kIdentical) + sumOf(result, Fate::kExcluded),
-            294U);
+  EXPECT_EQ(
+      sumOf(result, Verdict::kIdentical) + sumOf(result, Verdict::kExcluded),
+      294U);
   EXPECT_EQ(sumOf(result.oldRead), 294U);
   EXPECT_EQ(sumOf(result.written), 294U);
 }

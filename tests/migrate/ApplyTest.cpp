@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@
 #include "support/ContractLeaks.h"
 
 namespace fs = std::filesystem;
+
+using schemacheck::Code;
+using schemaplan::Verdict;
 
 namespace {
 
@@ -32,8 +36,8 @@ std::map<std::string, Numbers> rowsOf(const Counts &counts) {
 
 using Rows = std::map<std::string, Numbers>;
 
-const Counts &fate(const ApplyResult &result, Fate which) {
-  return result.fates[static_cast<std::size_t>(which)];
+const Counts &counts(const ApplyResult &result, Verdict verdict) {
+  return result.verdicts[static_cast<std::size_t>(verdict)];
 }
 
 class ApplyTest : public MigrateTest {
@@ -45,6 +49,13 @@ class ApplyTest : public MigrateTest {
       files[name] = read("out/" + name);
     }
     return files;
+  }
+
+  // Runs the migration where these errors do not matter.
+  ApplyResult applyAccepting(const std::set<Code> &codes) const {
+    ApplyOptions changed = options();
+    changed.migration.accepted = codes;
+    return leaksDefinitions([&changed] { return apply(changed); });
   }
 
   // The error when the result is to go to `out`, a path relative to the root.
@@ -127,6 +138,7 @@ TEST_F(ApplyTest, CountsWhatHappened) {
         "  ( 1.3 NAME 'c' DESC 'both' )\n"
         "  ( 1.4 NAME 'd' DESC 'old' )\n"
         "  ( 1.4 NAME 'A' DESC 'old' )\n"
+        "  ( 1.1 NAME 'A' DESC 'old' )\n"
         "}\n"
         "QORAttributetypes { ( 1.1 ) ( 1.2 LENGTH 5 ) ( 1.4 ) }\n");
   write("old/V3.system.oc", "objectclasses=( 2.1 NAME 'k' STRUCTURAL )\n");
@@ -137,16 +149,16 @@ TEST_F(ApplyTest, CountsWhatHappened) {
   write("excluded", "1.4\n");
   const ApplyResult result = leaksDefinitions([this] { return runApply(); });
   EXPECT_EQ(rowsOf(result.oldRead),
-            (Rows{{"V3.user.at", {5, 0, 3}}, {"V3.system.oc", {0, 1, 0}}}));
-  EXPECT_EQ(rowsOf(fate(result, Fate::kIdentical)),
+            (Rows{{"V3.user.at", {6, 0, 3}}, {"V3.system.oc", {0, 1, 0}}}));
+  EXPECT_EQ(rowsOf(counts(result, Verdict::kIdentical)),
             (Rows{{"V3.user.at", {1, 0, 0}}}));
-  EXPECT_EQ(rowsOf(fate(result, Fate::kExcluded)),
-            (Rows{{"V3.user.at", {1, 0, 1}}}));
-  EXPECT_EQ(rowsOf(fate(result, Fate::kAdded)),
+  EXPECT_EQ(rowsOf(counts(result, Verdict::kExcluded)),
+            (Rows{{"V3.user.at", {2, 0, 1}}}));
+  EXPECT_EQ(rowsOf(counts(result, Verdict::kAdded)),
             (Rows{{"V3.user.at", {1, 0, 2}}, {"V3.system.oc", {0, 1, 0}}}));
-  EXPECT_EQ(rowsOf(fate(result, Fate::kReplaced)),
+  EXPECT_EQ(rowsOf(counts(result, Verdict::kReplaces)),
             (Rows{{"V3.user.at", {1, 0, 0}}}));
-  EXPECT_EQ(rowsOf(fate(result, Fate::kRepeated)),
+  EXPECT_EQ(rowsOf(counts(result, Verdict::kShadowed)),
             (Rows{{"V3.user.at", {1, 0, 0}}}));
   EXPECT_EQ(rowsOf(result.newRead),
             (Rows{{"V3.user.at", {2, 0, 0}}, {"V3.config.oc", {0, 1, 0}}}));
@@ -208,7 +220,7 @@ TEST_F(ApplyTest, WarnsOfDefinitionsThatRepeat) {
         "objectclasses=( 2.3 NAME 'Top' STRUCTURAL )\n"
         "QORAttributetypes { ( LENGTH 4 ) }\n"
         "objectclasses=( 2.4 NAME 'TOP' STRUCTURAL )\n");
-  const ApplyResult result = leaksDefinitions([this] { return runApply(); });
+  const ApplyResult result = applyAccepting({Code::kShadowed, Code::kNoOid});
   EXPECT_EQ(
       relative(result.warnings),
       (Lines{
@@ -244,7 +256,8 @@ TEST_F(ApplyTest, WarnsOfWhatTheReleaseLosesByItself) {
         "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n"
         "attributetypes=( 1.2 NAME 'c' DESC 'x' )\n"
         "QORAttributetypes=( 1.3 LENGTH 4 )\n");
-  const ApplyResult result = leaksDefinitions([this] { return runApply(); });
+  const ApplyResult result = applyAccepting(
+      {Code::kShadowed, Code::kOidTwice, Code::kStorageWithoutType});
   EXPECT_EQ(
       relative(result.warnings),
       (Lines{"old/V3.user.at:2: warning: attribute type 'A' (1.1) is ignored: "
@@ -300,9 +313,9 @@ TEST_F(ApplyTest, TakesOneDirectoryForBothInputs) {
   const FixedDate date;
   write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
   ApplyOptions changed = options();
-  changed.newDirectory = path("old");
+  changed.migration.newDirectory = path("old");
   const ApplyResult result = apply(changed);
-  EXPECT_EQ(rowsOf(fate(result, Fate::kIdentical)),
+  EXPECT_EQ(rowsOf(counts(result, Verdict::kIdentical)),
             (Rows{{"V3.user.at", {1, 0, 0}}}));
   EXPECT_EQ(read("out/V3.user.at"),
             std::string(kHeaderLine) +
@@ -311,43 +324,61 @@ TEST_F(ApplyTest, TakesOneDirectoryForBothInputs) {
 }
 
 TEST_F(ApplyTest, ChangesNothingWhenItFails) {
-  EXPECT_EQ(applyTrouble(),
-            "old: error: expected schema files (V3.user.at and so on), found "
-            "none");
-  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' COLLECTIVE )\n");
-  EXPECT_EQ(applyTrouble(),
-            "old/V3.user.at:1: error: cannot read the definition that begins "
-            "on line 1: COLLECTIVE is not supported in an attribute type");
+  const std::string advice =
+      "nothing was written; mend the files, list the OIDs of what is not to be "
+      "carried as excluded, or name the codes that are acceptable with "
+      "--accept";
+  const std::string none =
+      ": error: [NO-FILES] expected schema files (V3.user.at and so on), found "
+      "none";
+  EXPECT_EQ(applyTrouble(), "old" + none + "\nnew" + none);
   write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
-  EXPECT_EQ(applyTrouble(),
-            "new: error: expected schema files (V3.user.at and so on), found "
-            "none");
+  EXPECT_EQ(applyTrouble(), "new" + none);
   write("new/V3.qor.at", "attributetypes\n");
   EXPECT_EQ(applyTrouble(),
-            "new/V3.qor.at:2: error: expected '=' or '{' behind the keyword of "
-            "a section");
+            "new/V3.qor.at:1:15: error: [SECTION-OPENER] expected '=' or '{' "
+            "behind attributetypes, found the end of the file; the library "
+            "gives the file up here\n"
+            "attributetypes\n"
+            "              ^\n" +
+                advice);
   fs::remove(path("new/V3.qor.at"));
   writeSmallRelease();
+  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' COLLECTIVE )\n");
+  EXPECT_EQ(applyTrouble(),
+            "old/V3.user.at:1:31: error: [COLLECTIVE] expected no COLLECTIVE "
+            "in an attribute type, found it; the library would never come "
+            "back\n"
+            "attributetypes=( 1.1 NAME 'a' COLLECTIVE )\n"
+            "                              ^\n" +
+                advice);
+  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
   write("excluded", "1.1");
   EXPECT_EQ(applyTrouble(),
-            "excluded:1: error: expected a newline at the end of the file, "
-            "found none; the last word would be ignored");
+            "excluded:1:1: error: [LIST-UNTERMINATED] expected a newline "
+            "behind '1.1', found the end of the file; the library ignores the "
+            "word\n"
+            "1.1\n"
+            "^");
   fs::remove(path("excluded"));
   write("old/V3.config.at", "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n");
   EXPECT_EQ(applyTrouble(),
-            "old/V3.config.at:1: error: attribute type 'b' (1.2) cannot be "
-            "carried: the release lacks it, and nothing from V3.config.at can "
-            "be added to a release\n"
-            "nothing was written; to leave a definition of the old "
-            "installation out, list its OID in the file of excluded OIDs");
+            "old/V3.config.at:1:27: error: [NOT-MERGEABLE] expected attribute "
+            "type 'b' (1.2) in the release, found none; nothing from "
+            "V3.config.at can be added; the attribute type cannot be carried\n"
+            "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n"
+            "                          ^\n" +
+                advice);
   fs::remove(path("old/V3.config.at"));
   write("new/V3.user.oc",
-        "objectclasses {\n( 2.1 NAME 'k' ABSTRACT )\n( 2.2 ABSTRACT )\n"
-        "( ABSTRACT )\n}\n");
-  EXPECT_EQ(leaksDefinitions([this] { return applyTrouble(); }),
-            "new/V3.user.oc:3: error: object class (2.2) cannot be written: it "
-            "has no name\n"
-            "nothing was written; mend the files of the new release");
+        "objectclasses {\n( 2.1 NAME 'k' ABSTRACT )\n( 2.2 ABSTRACT )\n}\n");
+  EXPECT_EQ(applyTrouble(),
+            "new/V3.user.oc:3:1: error: [NAMELESS-CLASS] expected a name of "
+            "the object class, found none; the library writes it in a form "
+            "that cannot be read\n"
+            "( 2.2 ABSTRACT )\n"
+            "^\n" +
+                advice);
   fs::remove(path("new/V3.user.oc"));
   fs::create_directory(path("out"));
   write("out/file", "");

@@ -38,12 +38,16 @@ TEST_F(CollisionsTest, HelpHoldsAnExample) {
       std::string("Report the definitions of an old installation that collide "
                   "with a new release.\n"
                   "Usage: schema-migrate collisions [OPTIONS]\n\n") +
-          kCommonOptionsHelp + kBothOptionsHelp +
+          kCommonOptionsHelp +
+          replaceAll(kBothOptionsHelp, "carried\n\n",
+                     "carried\n"
+                     "  --all                       Also list every two "
+                     "definitions that share a name or an OID\n\n") +
           "No collision does not mean that apply goes through: it also refuses "
           "a\n"
           "definition whose OID the release has under another name, which need "
           "not be\n"
-          "a collision to the library.\n\n"
+          "a collision to the library; --all shows those.\n\n"
           "Example:\n"
           "  schema-migrate collisions --old /srv/old/schema --new "
           "/srv/new/schema\n\n" +

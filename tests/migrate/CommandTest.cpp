@@ -26,7 +26,8 @@ Options:
   --version                   Display program version information and exit
 
 Subcommands:
-  apply                       Carry the schema of an old installation into a new release's and write the result to a new directory.
+  plan                        Say what apply would do with each definition of an old installation, and what would break. Writes nothing.
+  apply                       Carry the schema of an old installation into a new release's as plan says, and write the result to a new directory.
   check                       Say what in schema directories the library would lose, change or choke on. Of several directories the last is the new release, and the others are checked against it, too.
   collisions                  Report the definitions of an old installation that collide with a new release.
   compare                     Say what is identical in two schemas, what differs and in what fields, and what only one of them has.
@@ -35,12 +36,13 @@ Subcommands:
 
 Exit status:
   0 done, and nothing found
-  1 something found: findings, collisions, differences, an unknown name
+  1 something found: findings, changes to be made, collisions, differences, an unknown name
   2 trouble: wrong usage, bad input, a file that fails
+  3 a fault of the command itself
 )";
 
 constexpr char kApplyHelp[] =
-    R"(Carry the schema of an old installation into a new release's and write the result to a new directory.
+    R"(Carry the schema of an old installation into a new release's as plan says, and write the result to a new directory.
 Usage: schema-migrate apply [OPTIONS]
 
 Options:
@@ -53,6 +55,13 @@ Options:
   --excluded-oids FILE        List of OIDs that are not to be carried
   --out DIR REQUIRED          Directory for the result; must not exist or be empty
   --modified-oids FILE        List of OIDs whose definitions are withdrawn from the result's modified schema
+  --base DIR                  Schema directory as the old release was shipped with it; tells who has changed what
+  --prefer SIDE:{old,new,changed}
+                              Whose definition to take where the two sides differ: old (the default), new, or changed: that of the side which has changed it; needs --base
+  --decisions FILE            Lines of an OID and old or new, which go before --prefer
+  --leave-out                 Leave out the definitions of V3.config.at, V3.config.oc and V3.modifiedschema that cannot be added
+  --accept CODE,... ...       Codes of errors that are not to stop the migration, separated by commas; what cannot be carried for such a reason is left out
+  --max-size BYTES=67108864   The largest file to read, in bytes
 
 Example:
   schema-migrate apply --old /srv/old/schema --new /srv/new/schema --out /srv/merged
@@ -60,6 +69,7 @@ Example:
 Exit status:
   0 done
   2 trouble: wrong usage, bad input, a file that fails
+  3 a fault of the command itself
 )";
 
 // A directory in which the migration `kApply` works.
@@ -183,9 +193,9 @@ TEST_F(CommandTest, MigratesAndReports) {
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(result.out, R"(old installation: old
   not there: V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.system.oc V3.config.at V3.config.oc V3.modifiedschema
-                                              read  identical   excluded      added   replaced    ignored
-  V3.user.at        attribute types              1          0          0          1          0          0
-  all                                            1          0          0          1          0          0
+                                              read  identical   excluded      added   replaced
+  V3.user.at        attribute types              1          0          0          1          0
+  all                                            1          0          0          1          0
 
 new release: new
   not there: V3.user.at V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.config.at V3.config.oc V3.modifiedschema
@@ -219,23 +229,23 @@ TEST_F(CommandTest, MigratesTheExamples) {
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(replaceAll(result.out, examples, "examples"),
             R"(old installation: examples/old-installation
-                                              read  identical   excluded      added   replaced    ignored
-  V3.user.at        attribute types             24         11          1         11          1          0
-                    storage definitions         24         11          1         11          1          0
-  V3.user.oc        object classes               7          1          1          4          1          0
-  V3.qor.at         attribute types              7          6          0          1          0          0
-                    storage definitions          7          6          0          1          0          0
-  V3.qor.oc         object classes               8          7          0          1          0          0
-  V3.system.at      attribute types             83         76          1          3          3          0
-                    storage definitions         83         75          1          3          4          0
-  V3.system.oc      object classes              23         20          0          1          2          0
-  V3.config.at      attribute types              7          5          1          0          1          0
-                    storage definitions          7          6          1          0          0          0
-  V3.config.oc      object classes               2          1          0          0          1          0
-  V3.modifiedschema attribute types              2          1          0          0          1          0
-                    object classes               1          0          0          0          1          0
-                    storage definitions          2          2          0          0          0          0
-  all                                          287        228          7         36         16          0
+                                              read  identical   excluded      added   replaced
+  V3.user.at        attribute types             24         11          1         11          1
+                    storage definitions         24         11          1         11          1
+  V3.user.oc        object classes               7          1          1          4          1
+  V3.qor.at         attribute types              7          6          0          1          0
+                    storage definitions          7          6          0          1          0
+  V3.qor.oc         object classes               8          7          0          1          0
+  V3.system.at      attribute types             83         76          1          3          3
+                    storage definitions         83         75          1          3          4
+  V3.system.oc      object classes              23         20          0          1          2
+  V3.config.at      attribute types              7          5          1          0          1
+                    storage definitions          7          6          1          0          0
+  V3.config.oc      object classes               2          1          0          0          1
+  V3.modifiedschema attribute types              2          1          0          0          1
+                    object classes               1          0          0          0          1
+                    storage definitions          2          2          0          0          0
+  all                                          287        228          7         36         16
 
 new release: examples/new-release
 result: out
@@ -336,7 +346,10 @@ TEST_F(CommandTest, PrintsWarningsToStandardErrorAndSucceeds) {
         "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
         "attributetypes=( 1.2 NAME 'A' DESC 'x' )\n");
   write("new/V3.qor.at", "QORAttributetypes=( 1.3 LENGTH 4 )\n");
-  const CommandResult result = run(kApply, allowLeaks);
+  Arguments arguments = kApply;
+  arguments.insert(arguments.end(),
+                   {"--accept", "SHADOWED,STORAGE-WITHOUT-TYPE"});
+  const CommandResult result = run(arguments, allowLeaks);
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error,
             "old/V3.user.at:2: warning: attribute type 'A' (1.2) is found by "
@@ -346,7 +359,7 @@ TEST_F(CommandTest, PrintsWarningsToStandardErrorAndSucceeds) {
             "result as it stands here\n");
   EXPECT_EQ(result.out, R"(old installation: old
   not there: V3.user.oc V3.qor.at V3.qor.oc V3.system.at V3.system.oc V3.config.at V3.config.oc V3.modifiedschema
-                                              read  identical   excluded      added   replaced    ignored
+                                              read  identical   excluded      added   replaced   shadowed
   V3.user.at        attribute types              2          0          0          1          0          1
   all                                            2          0          0          1          0          1
 
@@ -369,8 +382,7 @@ TEST_F(CommandTest, LeavesOutWhatIsExcluded) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error, "");
   EXPECT_NE(result.out.find("  V3.user.at        attribute types              1"
-                            "          0          1          0          0"
-                            "          0\n"),
+                            "          0          1          0          0\n"),
             std::string::npos)
       << result.out;
   EXPECT_EQ(read("out/V3.user.at"), "");

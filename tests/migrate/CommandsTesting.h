@@ -20,14 +20,16 @@ inline std::string exitStatusHelp(const std::string &found) {
          "  1 " +
          found +
          "\n"
-         "  2 trouble: wrong usage, bad input, a file that fails\n";
+         "  2 trouble: wrong usage, bad input, a file that fails\n"
+         "  3 a fault of the command itself\n";
 }
 
 // The same of a command that only does its work.
 constexpr char kExitStatusHelp[] =
     "Exit status:\n"
     "  0 done\n"
-    "  2 trouble: wrong usage, bad input, a file that fails\n";
+    "  2 trouble: wrong usage, bad input, a file that fails\n"
+    "  3 a fault of the command itself\n";
 
 // The options that each command has first.
 constexpr char kCommonOptionsHelp[] =

@@ -293,8 +293,9 @@ TEST_F(CompareTest, WhatRepeatsInAListIsReplacedAllTheSame) {
   writeBoth("attributetypes=( 1.1 NAME ( 'a' 'b' 'b' ) DESC 'x' )\n",
             "attributetypes=( 1.1 NAME ( 'a' 'B' ) DESC 'x' )\n");
   const ApplyResult result = runApply();
-  const std::size_t replaced = static_cast<std::size_t>(Fate::kReplaced);
-  EXPECT_EQ(result.fates[replaced][fileIndex("V3.user.at")][0], 1U);
+  const auto replaces =
+      static_cast<std::size_t>(schemaplan::Verdict::kReplaces);
+  EXPECT_EQ(result.verdicts[replaces][fileIndex("V3.user.at")][0], 1U);
 }
 
 TEST_F(CompareTest, NotTheFileNorTheLayoutMatters) {

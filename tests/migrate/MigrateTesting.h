@@ -289,9 +289,9 @@ class MigrateTest : public testing::Test {
 
   // Options for old, new and out; with the list "excluded" if there is one.
   ApplyOptions options() const {
-    ApplyOptions options{path("old"), path("new"), path("out"), {}, {}};
+    ApplyOptions options{{path("old"), path("new")}, path("out")};
     if (std::filesystem::exists(path("excluded"))) {
-      options.excludedOids = path("excluded");
+      options.migration.excludedOids = path("excluded");
     }
     return options;
   }

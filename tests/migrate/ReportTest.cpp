@@ -7,13 +7,15 @@
 
 #include "MigrateTesting.h"
 
+using schemaplan::Verdict;
+
 namespace {
 
-Counts &fate(ApplyResult *result, Fate which) {
-  return result->fates[static_cast<std::size_t>(which)];
+Counts &counts(ApplyResult *result, Verdict verdict) {
+  return result->verdicts[static_cast<std::size_t>(verdict)];
 }
 
-ApplyOptions options() { return {"old/dir/", "new dir", "../out", {}}; }
+ApplyOptions options() { return {{"old/dir/", "new dir"}, "../out"}; }
 
 std::string report(const ApplyResult &result) {
   std::ostringstream out;
@@ -31,8 +33,8 @@ ApplyResult complete() {
 
 TEST(ReportTest, OfNothingHasTheSumsAlone) {
   EXPECT_EQ(report(complete()), R"(old installation: old/dir/
-                                              read  identical   excluded      added   replaced    ignored
-  all                                            0          0          0          0          0          0
+                                              read  identical   excluded      added   replaced
+  all                                            0          0          0          0          0
 
 new release: new dir
 result: ../out
@@ -43,7 +45,7 @@ result: ../out
 
 TEST(ReportTest, SaysThatAListHasNoOid) {
   ApplyOptions listed = options();
-  listed.modifiedOids = "list";
+  listed.migration.modifiedOids = "list";
   std::ostringstream out;
   printReport(listed, complete(), &out);
   EXPECT_EQ(out.str(), report(complete()) +
@@ -58,8 +60,8 @@ TEST(ReportTest, NamesTheFilesThatAreNotThere) {
   result.inNew[fileIndex("V3.qor.at")] = true;
   EXPECT_EQ(report(result), R"(old installation: old/dir/
   not there: V3.user.at
-                                              read  identical   excluded      added   replaced    ignored
-  all                                            0          0          0          0          0          0
+                                              read  identical   excluded      added   replaced
+  all                                            0          0          0          0          0
 
 new release: new dir
   not there: V3.user.at V3.user.oc V3.qor.oc V3.system.at V3.system.oc V3.config.at V3.config.oc V3.modifiedschema
@@ -75,20 +77,20 @@ TEST(ReportTest, HasARowForEachFileAndKindWithANumber) {
   const std::size_t systemOc = fileIndex("V3.system.oc");
   const std::size_t modified = fileIndex("V3.modifiedschema");
   result.oldRead[userAt] = {21, 0, 12345};
-  fate(&result, Fate::kIdentical)[userAt] = {1, 0, 1};
-  fate(&result, Fate::kExcluded)[userAt] = {2, 0, 20};
-  fate(&result, Fate::kAdded)[userAt] = {3, 0, 300};
-  fate(&result, Fate::kReplaced)[userAt] = {5, 0, 4000};
-  fate(&result, Fate::kRepeated)[userAt] = {10, 0, 8024};
+  counts(&result, Verdict::kIdentical)[userAt] = {1, 0, 1};
+  counts(&result, Verdict::kExcluded)[userAt] = {2, 0, 20};
+  counts(&result, Verdict::kAdded)[userAt] = {3, 0, 300};
+  counts(&result, Verdict::kReplaces)[userAt] = {5, 0, 4000};
+  counts(&result, Verdict::kShadowed)[userAt] = {10, 0, 8024};
   result.oldRead[systemOc] = {0, 7, 0};
-  fate(&result, Fate::kAdded)[systemOc] = {0, 7, 0};
-  fate(&result, Fate::kReplaced)[modified] = {0, 0, 1};
+  counts(&result, Verdict::kAdded)[systemOc] = {0, 7, 0};
+  counts(&result, Verdict::kReplaces)[modified] = {0, 0, 1};
   result.newRead[userAt] = {9, 8, 7};
   result.written[userAt] = {10, 8, 9};
   result.newRead[modified] = {6, 0, 0};
   result.written[systemOc] = {0, 0, 1};
   EXPECT_EQ(report(result), R"(old installation: old/dir/
-                                              read  identical   excluded      added   replaced    ignored
+                                              read  identical   excluded      added   replaced   shadowed
   V3.user.at        attribute types             21          1          2          3          5         10
                     storage definitions      12345          1         20        300       4000       8024
   V3.system.oc      object classes               7          0          0          7          0          0
@@ -104,6 +106,25 @@ result: ../out
   V3.system.oc      storage definitions          0          1
   V3.modifiedschema attribute types              6          0
   all                                           30         28
+)");
+}
+
+TEST(ReportTest, HasAColumnForEachVerdictThatADefinitionMeets) {
+  ApplyResult result = complete();
+  const std::size_t userAt = fileIndex("V3.user.at");
+  result.oldRead[userAt] = {6, 0, 0};
+  counts(&result, Verdict::kWithdrawn)[userAt] = {1, 0, 0};
+  counts(&result, Verdict::kShadowed)[userAt] = {2, 0, 0};
+  counts(&result, Verdict::kBlocked)[userAt] = {3, 0, 0};
+  EXPECT_EQ(report(result), R"(old installation: old/dir/
+                                              read  identical   excluded      added   replaced  withdrawn   shadowed   left out
+  V3.user.at        attribute types              6          0          0          0          0          1          2          3
+  all                                            6          0          0          0          0          1          2          3
+
+new release: new dir
+result: ../out
+                                           release     result
+  all                                            0          0
 )");
 }
 

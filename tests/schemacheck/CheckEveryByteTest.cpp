@@ -76,7 +76,7 @@ std::set<std::string> namedFields(const Statement &statement,
               std::pair(finding.line, finding.column) &&
           std::pair(finding.line, finding.column) <
               std::pair(end.line, end.column)) {
-        names.insert(clause.keyword);
+        names.emplace(clause.keyword);
       }
     }
   }
@@ -138,12 +138,12 @@ class CheckEveryByteTest : public testing::Test {
     for (const Statement &statement : directory.statements()) {
       keys.emplace(statement.definition->kind, statement.key());
       const std::vector<Field> fields = held(schema, statement);
-      ASSERT_EQ(fields.size(), statement.fields.size());
+      const std::vector<Field> stated = statement.fields();
+      ASSERT_EQ(fields.size(), stated.size());
       const std::set<std::string> named = namedFields(statement, findings);
       for (std::size_t i = 0; i < fields.size(); ++i) {
         if (named.count(fields[i].name) == 0) {
-          EXPECT_EQ(fields[i].values, statement.fields[i].values)
-              << fields[i].name;
+          EXPECT_EQ(fields[i].values, stated[i].values) << fields[i].name;
         }
       }
     }

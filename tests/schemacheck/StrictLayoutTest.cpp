@@ -120,12 +120,12 @@ std::string contentOf(const Reading &reading) {
   for (const Section &section : reading.sections) {
     for (const Definition &definition : section.definitions) {
       text += kindName(definition.kind) + std::string(" ") +
-              (definition.oid ? definition.oid->text : "-") + "\n";
+              std::string(definition.oid ? definition.oid->text : "-") + "\n";
       for (const Clause &clause : definition.clauses) {
-        text += clause.keyword + (clause.known ? "" : "?") +
+        text += std::string(clause.keyword) + (clause.known ? "" : "?") +
                 (clause.parenthesised ? " (" : "");
         for (const Value &value : clause.values) {
-          text += " " + value.text;
+          text += " " + std::string(value.text);
         }
         text += "\n";
       }

@@ -303,7 +303,7 @@ INSTANTIATE_TEST_SUITE_P(Sections, StrictReaderTest,
 TEST(StrictDefinitionFindTest, FindsTheFirstClauseWithTheKeyword) {
   const Reading reading = readStrictly(
       SourceText("file", "objectclasses=( 1.2 may a MAY b FOO 'c' )"));
-  const Definition &definition = reading.sections.at(0).definitions.at(0);
+  const Definition &definition = reading.sections.at(0).definitions[0];
   EXPECT_EQ(definition.find("MAY"), &definition.clauses[0]);
   EXPECT_EQ(definition.find("FOO"), &definition.clauses[2]);
   EXPECT_EQ(definition.find("MUST"), nullptr);

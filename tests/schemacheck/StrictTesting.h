@@ -7,6 +7,7 @@
 #include <map>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 #include "SourceText.h"
 #include "StrictReader.h"
@@ -14,7 +15,7 @@
 namespace schemacheck {
 
 // On one line.
-inline std::string shown(const std::string &text) {
+inline std::string shown(std::string_view text) {
   std::string result;
   for (const char c : text) {
     switch (c) {
@@ -36,7 +37,7 @@ inline std::string shown(const std::string &text) {
 
 // `text`, and behind it in angle brackets what the span holds if that is
 // something else.
-inline std::string withSpan(const std::string &text, Span span,
+inline std::string withSpan(std::string_view text, Span span,
                             const std::string &bytes) {
   const std::string held = bytes.substr(span.begin, span.end - span.begin);
   return shown(text) + (held == text ? "" : "<" + shown(held) + ">");
@@ -73,7 +74,7 @@ inline const char *codeName(FaultCode code) {
 
 // 'quoted', "quoted", word, #number
 inline std::string dumpOf(const Value &value, const std::string &bytes) {
-  std::string text = value.text;
+  std::string text(value.text);
   switch (value.form) {
     case Value::Form::kWord:
       break;
@@ -97,7 +98,8 @@ inline std::string dumpOf(const Clause &clause, const std::string &bytes) {
   std::string line = clause.known ? "    " : "  ? ";
   line += withSpan(clause.keyword, clause.keywordSpan, bytes);
   line += clause.parenthesised ? " (" : "";
-  std::string plain = clause.keyword + (clause.parenthesised ? " (" : "");
+  std::string plain =
+      std::string(clause.keyword) + (clause.parenthesised ? " (" : "");
   for (const Value &value : clause.values) {
     line += " " + dumpOf(value, bytes);
     plain += (plain.empty() ? "" : " ") +

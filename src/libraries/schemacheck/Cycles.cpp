@@ -1,7 +1,6 @@
 #include "Cycles.h"
 
 #include <algorithm>
-#include <deque>
 #include <utility>
 
 namespace schemacheck {
@@ -92,10 +91,12 @@ std::vector<std::size_t> wayBack(const Graph &graph,
                                  const Components &components,
                                  std::size_t start,
                                  std::vector<std::size_t> *cameFrom) {
-  std::deque<std::size_t> ahead = {start};
-  while (!ahead.empty()) {
-    std::size_t node = ahead.front();
-    ahead.pop_front();
+  if (graph[start].empty()) {
+    return {};
+  }
+  std::vector<std::size_t> ahead = {start};
+  for (std::size_t i = 0; i < ahead.size(); ++i) {
+    std::size_t node = ahead[i];
     for (const std::size_t to : graph[node]) {
       if (to == start) {
         std::vector<std::size_t> way = {node};

@@ -4,7 +4,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace schemacheck {
@@ -16,16 +15,31 @@ bool endsWith(std::string_view text, std::string_view end) {
          text.substr(text.size() - end.size()) == end;
 }
 
+std::size_t atStart(const Statement &statement) {
+  return statement.definition->span.begin;
+}
+
+std::size_t atOid(const Statement &statement) {
+  return statement.definition->oid ? statement.definition->oid->span.begin
+                                   : atStart(statement);
+}
+
+// Where the key is that a manager files the definition under.
+std::size_t atKey(const Statement &statement) {
+  if (statement.definition->kind == Kind::kStorage) {
+    return atOid(statement);
+  }
+  const auto names = statement.valuesOf("NAME");
+  return names.empty() ? atStart(statement) : names.front()->span.begin;
+}
+
 class DefinitionChecks {
  public:
   explicit DefinitionChecks(const SchemaDirectory &directory)
       : m_directory(directory), m_index(directory.index()) {
     for (const Statement &statement : directory.statements()) {
-      if (statement.definition->kind == Kind::kAttributeType) {
-        m_typeFiles.emplace(statement.oid(), statement.file->number);
-      } else if (statement.definition->kind == Kind::kStorage) {
-        m_hasStorage = true;
-      }
+      m_hasStorage =
+          m_hasStorage || statement.definition->kind == Kind::kStorage;
     }
   }
 
@@ -59,35 +73,18 @@ class DefinitionChecks {
         findingAt(code, at.file->text, offset, std::move(message)));
   }
 
-  static std::size_t atStart(const Statement &statement) {
-    return statement.definition->span.begin;
-  }
-
-  static std::size_t atOid(const Statement &statement) {
-    return statement.definition->oid ? statement.definition->oid->span.begin
-                                     : atStart(statement);
-  }
-
-  // Where the key is that a manager files the definition under.
-  static std::size_t atKey(const Statement &statement) {
-    if (statement.definition->kind == Kind::kStorage) {
-      return atOid(statement);
-    }
-    const auto names = statement.valuesOf("NAME");
-    return names.empty() ? atStart(statement) : names.front()->span.begin;
-  }
-
   void checkFile(const Statement &statement) {
-    const std::string file = kSchemaFiles[statement.file->number].name;
+    const std::string_view file = kSchemaFiles[statement.file->number].name;
     const bool isClass = statement.definition->kind == Kind::kObjectClass;
     if (!endsWith(file, isClass ? ".at" : ".oc")) {
       return;
     }
     const std::string right =
-        file.substr(0, file.size() - 2) + (isClass ? "oc" : "at");
+        std::string(file.substr(0, file.size() - 2)) + (isClass ? "oc" : "at");
     add(Code::kWrongFile, statement, atStart(statement),
         "expected the " + std::string(kindName(statement.definition->kind)) +
-            " in a file such as " + right + ", found it in " + file);
+            " in a file such as " + right + ", found it in " +
+            std::string(file));
   }
 
   void checkPresence(const Statement &statement) {
@@ -117,25 +114,14 @@ class DefinitionChecks {
   }
 
   void addRepeated(const Statement &statement) {
-    const Statement &first =
-        *m_index.holder(statement.definition->kind, statement.key());
-    if (isIdentical(statement, first)) {
-      add(Code::kRepeatedDefinition, statement, atKey(statement),
-          "expected the definition once, found it again; the first is at " +
-              inWordsWithPlace(first));
-      return;
-    }
-    const bool isStorage = statement.definition->kind == Kind::kStorage;
-    add(Code::kShadowed, statement, atKey(statement),
-        std::string("expected ") + (isStorage ? "an OID" : "a first name") +
-            " of its own, found that of " + inWordsWithPlace(first) +
-            "; the library holds that one instead of this, which differs in " +
-            differences(statement, first));
+    m_findings.push_back(repetition(
+        statement,
+        *m_index.holder(statement.definition->kind, statement.key())));
   }
 
   void checkOid(const Statement &statement) {
     const Kind kind = statement.definition->kind;
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     if (kind == Kind::kStorage || oid.empty()) {
       return;
     }
@@ -159,29 +145,27 @@ class DefinitionChecks {
   }
 
   void checkNames(const Statement &statement) {
-    auto &firstWithName =
+    StatementTable &firstWithName =
         m_firstWithName[static_cast<std::size_t>(statement.definition->kind)];
-    for (const Value *name : statement.valuesOf("NAME")) {
-      const Statement *first =
-          firstWithName.try_emplace(lowerCase(name->text), &statement)
-              .first->second;
+    statement.forValuesOf("NAME", [&](const Value &name) {
+      const Statement *first = firstWithName.add(name.text, &statement);
       if (first != &statement) {
-        add(Code::kNameTwice, statement, name->span.begin,
-            "expected a name of its own, found '" + name->text + "', which " +
-                inWordsWithPlace(*first) + " has, too");
+        add(Code::kNameTwice, statement, name.span.begin,
+            "expected a name of its own, found " + inQuotes(name.text) +
+                ", which " + inWordsWithPlace(*first) + " has, too");
       }
-    }
+    });
   }
 
   // Of a storage definition.
   void checkType(const Statement &statement) {
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     const Statement *type = m_index.withOid(Kind::kAttributeType, oid);
     if (type == nullptr) {
       add(Code::kStorageWithoutType, statement, atOid(statement),
           "expected an attribute type with the OID " + oid +
               ", found none; the library never writes the storage definition");
-    } else if (m_typeFiles.count({oid, statement.file->number}) == 0) {
+    } else if (!hasType(*statement.file, oid)) {
       const bool areWritten = kSchemaFiles[statement.file->number].written &&
                               kSchemaFiles[type->file->number].written;
       add(Code::kStorageApart, statement, atOid(statement),
@@ -193,23 +177,37 @@ class DefinitionChecks {
     }
   }
 
-  void checkColumns(const Statement &statement) {
-    std::set<std::string> seen;
-    for (const Value *column : statement.valuesOf("DBNAME")) {
-      const std::string name = lowerCase(column->text);
-      const Statement *first =
-          m_firstWithColumn.try_emplace(name, &statement).first->second;
-      if (first != &statement && seen.insert(name).second) {
-        add(Code::kSharedColumn, statement, column->span.begin,
-            "expected a column of its own, found '" + column->text +
-                "', which " + inWordsWithPlace(*first) + " has, too");
+  // Whether an attribute type with the OID, be it the first or another, is in
+  // the file.
+  bool hasType(const StrictFile &file, const std::string &oid) {
+    if (m_index.withOid(Kind::kAttributeType, oid)->file == &file) {
+      return true;
+    }
+    if (m_typeFiles.empty()) {
+      for (const Statement &statement : m_directory.statements()) {
+        if (statement.definition->kind == Kind::kAttributeType) {
+          m_typeFiles.emplace(statement.oid(), statement.file->number);
+        }
       }
     }
+    return m_typeFiles.count({oid, file.number}) != 0;
+  }
+
+  void checkColumns(const Statement &statement) {
+    std::set<std::string> seen;
+    statement.forValuesOf("DBNAME", [&](const Value &column) {
+      const Statement *first = m_firstWithColumn.add(column.text, &statement);
+      if (first != &statement && seen.insert(lowerCase(column.text)).second) {
+        add(Code::kSharedColumn, statement, column.span.begin,
+            "expected a column of its own, found " + inQuotes(column.text) +
+                ", which " + inWordsWithPlace(*first) + " has, too");
+      }
+    });
   }
 
   // Of an attribute type.
   void checkStorage(const Statement &statement) {
-    const std::string oid = statement.oid();
+    const std::string &oid = statement.oid();
     if (m_hasStorage && !oid.empty() &&
         m_index.holder(Kind::kStorage, oid) == nullptr) {
       add(Code::kNoStorage, statement, atOid(statement),
@@ -217,19 +215,35 @@ class DefinitionChecks {
     }
   }
 
-  using Index = std::unordered_map<std::string, const Statement *>;
-
   const SchemaDirectory &m_directory;
   const DefinitionIndex &m_index;
-  std::set<std::pair<std::string, std::size_t>> m_typeFiles;  // OID and file
+  // The OID and the file of each attribute type, once somebody has asked.
+  std::set<std::pair<std::string_view, std::size_t>> m_typeFiles;
   bool m_hasStorage = false;
   // Of what has been looked at so far, and is held.
-  std::array<Index, kKinds> m_firstWithName;
-  Index m_firstWithColumn;
+  std::array<StatementTable, kKinds> m_firstWithName;
+  StatementTable m_firstWithColumn;
   std::vector<Finding> m_findings;
 };
 
 }  // namespace
+
+Finding repetition(const Statement &statement, const Statement &first) {
+  if (isIdentical(statement, first)) {
+    return findingAt(Code::kRepeatedDefinition, statement.file->text,
+                     atKey(statement),
+                     "expected the definition once, found it again; the first "
+                     "is at " +
+                         inWordsWithPlace(first));
+  }
+  const bool isStorage = statement.definition->kind == Kind::kStorage;
+  return findingAt(
+      Code::kShadowed, statement.file->text, atKey(statement),
+      std::string("expected ") + (isStorage ? "an OID" : "a first name") +
+          " of its own, found that of " + inWordsWithPlace(first) +
+          "; the library holds that one instead of this, which differs in " +
+          differences(statement, first));
+}
 
 std::vector<Finding> checkDefinitions(const SchemaDirectory &directory) {
   return DefinitionChecks(directory).run();

@@ -14,6 +14,10 @@ namespace schemacheck {
 // types without storage, definitions in files for others.
 std::vector<Finding> checkDefinitions(const SchemaDirectory &directory);
 
+// What is to be said of a definition whose key `first` has, which comes before
+// it: an error unless the two are identical.
+Finding repetition(const Statement &statement, const Statement &first);
+
 }  // namespace schemacheck
 
 #endif  // SCHEMACHECK_DEFINITIONCHECKS_H_

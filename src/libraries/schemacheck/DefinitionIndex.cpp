@@ -8,36 +8,30 @@ void DefinitionIndex::add(const Statement &statement) {
   }
   Tables &tables =
       m_tables[static_cast<std::size_t>(statement.definition->kind)];
-  tables.byKey.emplace(statement.key(), &statement);
-  tables.byOid.emplace(statement.oid(), &statement);
-  for (const Value *name : statement.valuesOf("NAME")) {
-    tables.byName.emplace(lowerCase(name->text), &statement);
-  }
-}
-
-const Statement *DefinitionIndex::find(const Table &table,
-                                       const std::string &key) {
-  const auto found = table.find(key);
-  return found == table.end() ? nullptr : found->second;
+  tables.byKey.add(statement.key(), &statement);
+  tables.byOid.add(statement.oid(), &statement);
+  statement.forValuesOf("NAME", [&](const Value &name) {
+    tables.byName.add(name.text, &statement);
+  });
 }
 
 const Statement *DefinitionIndex::holder(Kind kind,
-                                         const std::string &key) const {
-  return find(of(kind).byKey, key);
+                                         std::string_view key) const {
+  return of(kind).byKey.find(key);
 }
 
 const Statement *DefinitionIndex::withOid(Kind kind,
-                                          const std::string &oid) const {
-  return find(of(kind).byOid, oid);
+                                          std::string_view oid) const {
+  return of(kind).byOid.find(oid);
 }
 
 const Statement *DefinitionIndex::withName(Kind kind,
-                                           const std::string &name) const {
-  return find(of(kind).byName, lowerCase(name));
+                                           std::string_view name) const {
+  return of(kind).byName.find(name);
 }
 
 const Statement *DefinitionIndex::target(Kind kind,
-                                         const std::string &reference) const {
+                                         std::string_view reference) const {
   const Statement *named = withName(kind, reference);
   return named != nullptr ? named : withOid(kind, reference);
 }

@@ -3,11 +3,11 @@
 #define SCHEMACHECK_DEFINITIONINDEX_H_
 
 #include <array>
-#include <string>
-#include <unordered_map>
+#include <string_view>
 
 #include "SchemaFiles.h"
 #include "Statement.h"
+#include "StatementTable.h"
 
 namespace schemacheck {
 
@@ -15,27 +15,24 @@ namespace schemacheck {
 // those that a manager enters in a table.
 class DefinitionIndex {
  public:
-  // To be called for all definitions, in that order. They are not owned.
+  // To be called for all definitions, in that order. They are not owned, and
+  // must stay where they are.
   void add(const Statement &statement);
 
   // The definition that a manager holds under the key; null if there is none.
-  const Statement *holder(Kind kind, const std::string &key) const;
+  const Statement *holder(Kind kind, std::string_view key) const;
   // The first with the OID.
-  const Statement *withOid(Kind kind, const std::string &oid) const;
+  const Statement *withOid(Kind kind, std::string_view oid) const;
   // The first with the name, in any case, wherever it stands among its names.
-  const Statement *withName(Kind kind, const std::string &name) const;
+  const Statement *withName(Kind kind, std::string_view name) const;
   // The first that a reference leads to, which is a name in any case or an OID.
-  const Statement *target(Kind kind, const std::string &reference) const;
+  const Statement *target(Kind kind, std::string_view reference) const;
 
  private:
-  using Table = std::unordered_map<std::string, const Statement *>;
-
-  static const Statement *find(const Table &table, const std::string &key);
-
   struct Tables {
-    Table byKey;
-    Table byOid;
-    Table byName;
+    StatementTable byKey{StatementTable::Case::kMatters};
+    StatementTable byOid{StatementTable::Case::kMatters};
+    StatementTable byName;
   };
   const Tables &of(Kind kind) const {
     return m_tables[static_cast<std::size_t>(kind)];

@@ -21,7 +21,12 @@ LibraryView checkFiles(const SchemaDirectory &directory) {
 }
 
 std::vector<Finding> checkDirectory(const SchemaDirectory &directory) {
-  std::vector<Finding> findings = checkFiles(directory).findings;
+  return checkDirectory(directory, checkFiles(directory));
+}
+
+std::vector<Finding> checkDirectory(const SchemaDirectory &directory,
+                                    const LibraryView &view) {
+  std::vector<Finding> findings = view.findings;
   for (auto *check : {checkDefinitions, checkReferences}) {
     std::vector<Finding> more = check(directory);
     std::move(more.begin(), more.end(), std::back_inserter(findings));

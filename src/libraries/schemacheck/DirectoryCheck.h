@@ -25,7 +25,15 @@ LibraryView checkFiles(const SchemaDirectory &directory);
 // no error among the findings, a SchemaManager that reads the same files ends,
 // too, and holds the definitions that they state, with all fields but those
 // that a warning names as dropped.
+//
+// Several threads may read and check directories at the same time, each its
+// own, or check one that was read before; none may change the library's event
+// mask meanwhile. While that asks for a trace, their records come mixed.
 std::vector<Finding> checkDirectory(const SchemaDirectory &directory);
+
+// The same, when the files were checked already.
+std::vector<Finding> checkDirectory(const SchemaDirectory &directory,
+                                    const LibraryView &view);
 
 }  // namespace schemacheck
 

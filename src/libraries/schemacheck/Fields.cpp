@@ -1,8 +1,7 @@
 #include "Fields.h"
 
-#include <cstring>
+#include <algorithm>
 #include <set>
-#include <utility>
 
 #include "SchemaSymbolTable.h"
 
@@ -10,25 +9,50 @@ namespace schemacheck {
 
 namespace {
 
-Field single(const char *name, const std::string &value) {
-  Field field{name, {}, false};
-  if (!value.empty()) {
-    field.values.push_back(value);
+constexpr std::string_view kSet = "yes";
+constexpr std::string_view kNotSet = "no";
+
+// Sets the fields of a definition one after the other.
+class Views {
+ public:
+  explicit Views(std::vector<FieldView> *views) : m_views(*views) {}
+  ~Views() { m_views.resize(m_number); }
+
+  Views(const Views &) = delete;
+  Views &operator=(const Views &) = delete;
+
+  Views &text(const char *name, std::string_view text) {
+    next(name, FieldView::Form::kText).text = text;
+    return *this;
   }
-  return field;
-}
 
-Field quoted(const char *name, const std::string &value) {
-  return single(name, value.empty() ? value : "'" + value + "'");
-}
+  Views &flag(const char *name, bool isSet) {
+    next(name, FieldView::Form::kFlag).text = isSet ? kSet : kNotSet;
+    return *this;
+  }
 
-Field list(const char *name, const std::vector<std::string> &values) {
-  return {name, values, true};
-}
+  Views &list(const char *name, const std::vector<std::string> &values) {
+    FieldView &view = next(name, FieldView::Form::kList);
+    view.text = {};
+    view.values.assign(values.begin(), values.end());
+    return *this;
+  }
 
-Field flag(const char *name, bool isSet) {
-  return single(name, isSet ? "yes" : "no");
-}
+ private:
+  FieldView &next(const char *name, FieldView::Form form) {
+    if (m_number == m_views.size()) {
+      m_views.emplace_back();
+    }
+    FieldView &view = m_views[m_number++];
+    view.name = name;
+    view.form = form;
+    view.values.clear();
+    return view;
+  }
+
+  std::vector<FieldView> &m_views;
+  std::size_t m_number = 0;  // of those that are set
+};
 
 const char *classKind(int token) {
   switch (token) {
@@ -41,40 +65,64 @@ const char *classKind(int token) {
   }
 }
 
-bool isClassKind(const std::string &keyword) {
+bool isClassKind(std::string_view keyword) {
   return keyword == "ABSTRACT" || keyword == "STRUCTURAL" ||
          keyword == "AUXILIARY";
 }
 
 // Enters the values of a clause into the field that it states.
-void state(const Clause &clause, bool isFlag, Field *field) {
-  if (field->isList) {
-    for (const Value &value : clause.values) {
-      field->values.push_back(value.text);
-    }
-  } else if (isFlag) {
-    *field = flag(field->name, true);
-  } else if (!clause.values.empty()) {
-    const std::string &text = clause.values.front().text;
-    *field = std::strcmp(field->name, "DESC") == 0 ? quoted("DESC", text)
-                                                   : single(field->name, text);
+void state(const Clause &clause, FieldView *field) {
+  switch (field->form) {
+    case FieldView::Form::kList:
+      for (const Value &value : clause.values) {
+        field->values.push_back(value.text);
+      }
+      break;
+    case FieldView::Form::kFlag:
+      field->text = kSet;
+      break;
+    case FieldView::Form::kText:
+      if (isClassKind(clause.keyword)) {
+        field->text = clause.keyword;
+      } else if (!clause.values.empty()) {
+        field->text = clause.values.front().text;
+      }
+      break;
   }
 }
 
-// The fields of a definition that states none.
-const std::vector<Field> &noFieldsOf(Kind kind) {
-  static const std::vector<Field> kType = fieldsOf(Attribute());
-  static const std::vector<Field> kClass = fieldsOf(ObjectClass());
-  static const std::vector<Field> kStorage = fieldsOf(QORAttribute());
+// Sets the fields of a definition that states none.
+void viewNone(Kind kind, std::vector<FieldView> *views) {
+  static const Attribute kType;
+  static const ObjectClass kClass;
+  static const QORAttribute kStorage;
   switch (kind) {
     case Kind::kAttributeType:
-      return kType;
+      viewFields(kType, views);
+      break;
     case Kind::kObjectClass:
-      return kClass;
+      viewFields(kClass, views);
+      break;
     case Kind::kStorage:
+      viewFields(kStorage, views);
       break;
   }
-  return kStorage;
+}
+
+template <class T>
+std::vector<Field> toFields(const T &definition) {
+  std::vector<FieldView> views;
+  viewFields(definition, &views);
+  std::vector<Field> fields;
+  fields.reserve(views.size());
+  for (const FieldView &view : views) {
+    fields.push_back(toField(view));
+  }
+  return fields;
+}
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 std::set<std::string> lowerSet(const std::vector<std::string> &values) {
@@ -100,73 +148,125 @@ bool sameValues(const Field &a, const Field &b) {
                   : a.values == b.values;
 }
 
+bool isSame(const FieldView &a, const FieldView &b) {
+  return a.text == b.text && a.values == b.values;
+}
+
+void viewFields(const Attribute &attribute, std::vector<FieldView> *views) {
+  Views(views)
+      .text("OID", attribute.oid())
+      .list("NAME", attribute.names())
+      .text("DESC", attribute.description())
+      .flag("OBSOLETE", attribute.isObsolete())
+      .list("SUP", attribute.superiors())
+      .text("EQUALITY", attribute.equality())
+      .text("ORDERING", attribute.ordering())
+      .text("SUBSTR", attribute.substr())
+      .text("SYNTAX", attribute.syntax())
+      .flag("SINGLE-VALUE", attribute.isSingleValue())
+      .flag("COLLECTIVE", attribute.isCollective())
+      .flag("NO-USER-MODIFICATION", !attribute.isUserModifiable())
+      .text("USAGE", attribute.usage());
+}
+
+void viewFields(const ObjectClass &objectClass, std::vector<FieldView> *views) {
+  Views(views)
+      .text("OID", objectClass.oid())
+      .list("NAME", objectClass.names())
+      .text("DESC", objectClass.description())
+      .flag("OBSOLETE", objectClass.isObsolete())
+      .list("SUP", objectClass.superiors())
+      .text("kind", classKind(objectClass.structuralType()))
+      .list("MUST", objectClass.requiredAttributes())
+      .list("MAY", objectClass.optionalAttributes());
+}
+
+void viewFields(const QORAttribute &storage, std::vector<FieldView> *views) {
+  Views(views)
+      .text("OID", storage.oid())
+      .list("DBNAME", storage.columnNames())
+      .text("ACCESS-CLASS", storage.accessClass())
+      .text("LENGTH", storage.length())
+      .flag("EQUALITY", storage.hasEquality())
+      .flag("ORDERING", storage.hasOrdering())
+      .flag("SUBSTR", storage.hasSubstr())
+      .flag("APPROX", storage.hasApprox());
+}
+
+void viewFields(const Definition &definition, std::vector<FieldView> *views) {
+  viewNone(definition.kind, views);
+  if (definition.oid) {
+    views->front().text = definition.oid->text;
+  }
+  for (const Clause &clause : definition.clauses) {
+    const std::string_view name =
+        isClassKind(clause.keyword) ? "kind" : clause.keyword;
+    const auto field =
+        std::find_if(views->begin(), views->end(),
+                     [name](const FieldView &one) { return one.name == name; });
+    if (clause.known && field != views->end()) {
+      state(clause, &*field);
+    }
+  }
+}
+
+void viewFields(const std::vector<Field> &fields,
+                std::vector<FieldView> *views) {
+  Views all(views);
+  for (const Field &field : fields) {
+    if (field.isList) {
+      all.list(field.name, field.values);
+      continue;
+    }
+    std::string_view text;
+    if (!field.values.empty()) {
+      text = field.values.front();
+    }
+    if (std::string_view(field.name) == "DESC" && !text.empty()) {
+      text = text.substr(1, text.size() - 2);  // without the quotes
+    }
+    all.text(field.name, text);
+  }
+}
+
+Field toField(const FieldView &view) {
+  const bool isList = view.form == FieldView::Form::kList;
+  Field field{view.name.data(), {}, isList};
+  if (isList) {
+    field.values.assign(view.values.begin(), view.values.end());
+  } else if (view.name == "DESC" && !view.text.empty()) {
+    field.values.push_back("'" + std::string(view.text) + "'");
+  } else if (!view.text.empty()) {
+    field.values.emplace_back(view.text);
+  }
+  return field;
+}
+
 std::vector<Field> fieldsOf(const Attribute &attribute) {
-  return {single("OID", attribute.oid()),
-          list("NAME", attribute.names()),
-          quoted("DESC", attribute.description()),
-          flag("OBSOLETE", attribute.isObsolete()),
-          list("SUP", attribute.superiors()),
-          single("EQUALITY", attribute.equality()),
-          single("ORDERING", attribute.ordering()),
-          single("SUBSTR", attribute.substr()),
-          single("SYNTAX", attribute.syntax()),
-          flag("SINGLE-VALUE", attribute.isSingleValue()),
-          flag("COLLECTIVE", attribute.isCollective()),
-          flag("NO-USER-MODIFICATION", !attribute.isUserModifiable()),
-          single("USAGE", attribute.usage())};
+  return toFields(attribute);
 }
 
 std::vector<Field> fieldsOf(const ObjectClass &objectClass) {
-  return {single("OID", objectClass.oid()),
-          list("NAME", objectClass.names()),
-          quoted("DESC", objectClass.description()),
-          flag("OBSOLETE", objectClass.isObsolete()),
-          list("SUP", objectClass.superiors()),
-          single("kind", classKind(objectClass.structuralType())),
-          list("MUST", objectClass.requiredAttributes()),
-          list("MAY", objectClass.optionalAttributes())};
+  return toFields(objectClass);
 }
 
 std::vector<Field> fieldsOf(const QORAttribute &storage) {
-  return {single("OID", storage.oid()),
-          list("DBNAME", storage.columnNames()),
-          single("ACCESS-CLASS", storage.accessClass()),
-          single("LENGTH", storage.length()),
-          flag("EQUALITY", storage.hasEquality()),
-          flag("ORDERING", storage.hasOrdering()),
-          flag("SUBSTR", storage.hasSubstr()),
-          flag("APPROX", storage.hasApprox())};
-}
-std::vector<Field> fieldsOf(const Definition &definition) {
-  const std::vector<Field> &none = noFieldsOf(definition.kind);
-  std::vector<Field> fields = none;
-  if (definition.oid) {
-    fields.front() = single("OID", definition.oid->text);
-  }
-  for (const Clause &clause : definition.clauses) {
-    if (!clause.known) {
-      continue;
-    }
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-      Field &field = fields[i];
-      if (clause.keyword == field.name) {
-        state(clause, none[i].values == flag("", false).values, &field);
-      } else if (std::strcmp(field.name, "kind") == 0 &&
-                 isClassKind(clause.keyword)) {
-        field = single("kind", clause.keyword);
-      }
-    }
-  }
-  return fields;
+  return toFields(storage);
 }
 
-std::string lowerCase(std::string text) {
-  for (char &c : text) {
-    if (c >= 'A' && c <= 'Z') {
-      c = static_cast<char>(c - 'A' + 'a');
-    }
-  }
-  return text;
+std::vector<Field> fieldsOf(const Definition &definition) {
+  return toFields(definition);
+}
+
+std::string lowerCase(std::string_view text) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(), lower);
+  return result;
+}
+
+bool isSameInAnyCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return lower(x) == lower(y); });
 }
 
 }  // namespace schemacheck

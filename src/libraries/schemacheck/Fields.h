@@ -3,6 +3,7 @@
 #define SCHEMACHECK_FIELDS_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Attribute.h"
@@ -35,8 +36,35 @@ std::vector<Field> fieldsOf(const QORAttribute &storage);
 // counts, and all those of a list.
 std::vector<Field> fieldsOf(const Definition &definition);
 
+// A field for comparisons: its texts are those of the definition, without
+// quotes, and valid as long as that is.
+struct FieldView {
+  enum class Form { kText, kFlag, kList };
+
+  std::string_view name;  // a literal
+  Form form = Form::kText;
+  std::string_view text;  // of what is no list; empty: the field is lacking
+  std::vector<std::string_view> values{};  // of a list
+};
+
+// Whether both hold the same text and the same values in the same order.
+bool isSame(const FieldView &a, const FieldView &b);
+
+// The same fields as above. What `views` held before is overwritten, and its
+// memory used again.
+void viewFields(const Attribute &attribute, std::vector<FieldView> *views);
+void viewFields(const ObjectClass &objectClass, std::vector<FieldView> *views);
+void viewFields(const QORAttribute &storage, std::vector<FieldView> *views);
+void viewFields(const Definition &definition, std::vector<FieldView> *views);
+void viewFields(const std::vector<Field> &fields,
+                std::vector<FieldView> *views);
+Field toField(const FieldView &view);
+
 // In lower case, as the library compares names.
-std::string lowerCase(std::string text);
+std::string lowerCase(std::string_view text);
+
+// Whether the texts are the same in lower case.
+bool isSameInAnyCase(std::string_view a, std::string_view b);
 
 }  // namespace schemacheck
 

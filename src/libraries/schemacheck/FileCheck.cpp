@@ -1,7 +1,9 @@
 #include "FileCheck.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "KeptComparison.h"
@@ -28,7 +30,7 @@ const char *keywordOf(Kind kind) {
   return "QORAttributetypes";
 }
 
-bool isKeyword(const std::string &spelling) {
+bool isKeyword(std::string_view spelling) {
   for (const char *keyword :
        {"attributetypes", "attributeTypes", "objectclasses", "objectClasses",
         "QORAttributetypes", "QORattributeTypes"}) {
@@ -48,7 +50,9 @@ class FileCheck {
   explicit FileCheck(const StrictFile &file)
       : m_file(file),
         m_sections(file.reading.sections),
-        m_library(file.text.bytes().substr(0, file.reading.end)) {}
+        m_library(
+            std::string_view(file.text.bytes()).substr(0, file.reading.end)),
+        m_comparison(file, &m_library) {}
 
   // The loop of SchemaManager::readFile().
   LibraryView run() {
@@ -155,8 +159,8 @@ class FileCheck {
       checkSingle(section);
     } else {
       add(Code::kSectionOpener, section.keyword.end,
-          "expected '=' or '{' behind " + section.spelling + ", found " +
-              openerOf(section, opener) +
+          "expected '=' or '{' behind " + std::string(section.spelling) +
+              ", found " + openerOf(section, opener) +
               (opener == '=' ? "; the library reads one definition at most"
                              : "; the library gives the file up here"));
       checkApart(section);
@@ -195,10 +199,10 @@ class FileCheck {
     if (!isKeyword(section.spelling)) {
       add(Code::kSectionSpelling, section.keyword.begin,
           std::string("expected ") + keywordOf(section.kind) + ", found " +
-              section.spelling + effect);
+              std::string(section.spelling) + effect);
     } else if (end < bytes.size() && bytes[end] == '\t') {
       add(Code::kTab, end,
-          "expected '=' or a blank behind " + section.spelling +
+          "expected '=' or a blank behind " + std::string(section.spelling) +
               ", found a tab" + effect);
     } else if (end == bytes.size()) {
       add(Code::kNoNewline, section.keyword.begin,
@@ -210,16 +214,29 @@ class FileCheck {
     checkApart(section);
   }
 
-  Kept parse(const Definition &definition) {
-    return m_library.parse(definition.kind, definition.span.end + kFollowed);
+  // Lets the library read the definition, and compares.
+  Agreement compare(const Definition &definition,
+                    std::vector<Finding> *findings) {
+    const Kept &kept =
+        m_library.parse(definition.kind, definition.span.end + kFollowed);
+    const Agreement agreement =
+        m_comparison.compare(definition, kept, findings);
+    if (!agreement.isThatDefinition) {
+      m_view.lost.insert(&definition);
+    } else if (!agreement.isExact) {
+      std::vector<Field> &fields = m_view.kept[&definition];
+      for (const FieldView &field : kept.fields) {
+        fields.push_back(toField(field));
+      }
+    }
+    return agreement;
   }
 
   // Checks the definitions of a section that the library does not come to.
   void checkApart(const Section &section) {
     for (const Definition &definition : section.definitions) {
       m_library.goTo(definition.span.begin);
-      compareWithKept(m_file, definition, parse(definition), &m_library,
-                      &m_reader, &m_view.findings);
+      compare(definition, &m_view.findings);
       m_view.lost.insert(&definition);
     }
     goOnAt(endOf(section));
@@ -244,7 +261,8 @@ class FileCheck {
     }
     if (!section.closed) {
       add(Code::kSectionUnclosed, section.keyword.begin,
-          "expected '}' at the end of the block of " + section.spelling +
+          "expected '}' at the end of the block of " +
+              std::string(section.spelling) +
               ", found none; the library gives the file up here");
       goOnAt(endOf(section));
       return;
@@ -254,11 +272,10 @@ class FileCheck {
     while (m_token != '}' || first) {
       first = false;
       const std::size_t at = m_library.offset() - 1;
-      const Kept kept = m_library.parse(section.kind, at + kFollowed);
+      const Kept &kept = m_library.parse(section.kind, at + kFollowed);
       m_token = m_library.getCurrentToken();
       if (kept.end == Kept::End::kCutOff || kept.end == Kept::End::kEndless ||
-          kept.end == Kept::End::kBeyond ||
-          !kept.fields.front().values.empty()) {
+          kept.end == Kept::End::kBeyond || !kept.fields.front().text.empty()) {
         add(Code::kPhantom, at,
             "expected '}' or a definition, found what is a definition to the "
             "library alone");
@@ -272,21 +289,13 @@ class FileCheck {
   // `before` and it, and is not layout, is part of it to the library.
   void check(const Definition &definition, std::size_t before) {
     std::vector<Finding> found;
-    Kept kept = parse(definition);
-    const Agreement agreement = compareWithKept(m_file, definition, kept,
-                                                &m_library, &m_reader, &found);
-    if (!agreement.isThatDefinition) {
-      m_view.lost.insert(&definition);
-    } else if (!agreement.isExact) {
-      m_view.kept.emplace(&definition, std::move(kept.fields));
-    }
-    if (agreement.isWhole) {
+    if (compare(definition, &found).isWhole) {
       m_token = m_library.getCurrentToken();
     } else {
       goOnAt(definition.span.end);
       blameGap(before, definition.span.begin, &found);
     }
-    m_view.findings.insert(m_view.findings.end(), found.begin(), found.end());
+    std::move(found.begin(), found.end(), std::back_inserter(m_view.findings));
   }
 
   // Where no cause of a difference is known, looks for it in the text before
@@ -331,7 +340,7 @@ class FileCheck {
   const std::vector<Section> &m_sections;
   std::size_t m_next = 0;  // the section to come
   LibraryReader m_library;
-  LibraryReader m_reader{""};  // of what the library would write
+  KeptComparison m_comparison;
   int m_token = 0;
   LibraryView m_view;
 };

@@ -45,9 +45,12 @@ void setLine(std::string_view line, std::size_t offset, Finding *finding) {
       --end;
     }
   }
-  const std::string before = begin > 0 ? "..." : "";
-  finding->sourceLine = before + std::string(line.substr(begin, end - begin)) +
-                        (end < line.size() ? "..." : "");
+  const std::string_view before = begin > 0 ? "..." : "";
+  const std::string_view after = end < line.size() ? "..." : "";
+  finding->sourceLine.reserve(before.size() + end - begin + after.size());
+  finding->sourceLine.append(before)
+      .append(line.substr(begin, end - begin))
+      .append(after);
   finding->caret = before.size() + offset - begin;
 }
 
@@ -95,6 +98,12 @@ std::size_t fileNumber(const std::string &path) {
   return 0;
 }
 
+// What findings are sorted by first, and the finding.
+struct Place {
+  std::size_t file;  // the number of its file
+  Finding *finding;
+};
+
 }  // namespace
 
 Finding findingAt(Code code, const SourceText &text, std::size_t offset,
@@ -110,6 +119,10 @@ Finding findingAt(Code code, const SourceText &text, std::size_t offset,
 
 Finding findingOn(Code code, std::string file, std::string message) {
   return {code, std::move(file), 0, 0, shortened(std::move(message)), "", 0};
+}
+
+std::string inQuotes(std::string_view text) {
+  return std::string("'").append(text).append("'");
 }
 
 std::string toText(const Finding &finding) {
@@ -134,20 +147,30 @@ std::string toText(const Finding &finding) {
 }
 
 void sortFindings(std::vector<Finding> *findings) {
-  const auto before = [](const Finding &a, const Finding &b) {
-    const auto place = [](const Finding &finding) {
-      return std::tuple(fileNumber(finding.file), finding.line, finding.column,
-                        finding.code);
+  std::vector<Place> places;
+  places.reserve(findings->size());
+  for (Finding &finding : *findings) {
+    places.push_back({fileNumber(finding.file), &finding});
+  }
+  const auto before = [](const Place &a, const Place &b) {
+    const auto key = [](const Place &place) {
+      const Finding &finding = *place.finding;
+      return std::tie(place.file, finding.line, finding.column, finding.code,
+                      finding.file, finding.message);
     };
-    return std::tuple_cat(place(a), std::tie(a.file, a.message)) <
-           std::tuple_cat(place(b), std::tie(b.file, b.message));
+    return key(a) < key(b);
   };
-  const auto same = [&before](const Finding &a, const Finding &b) {
+  const auto same = [&before](const Place &a, const Place &b) {
     return !before(a, b) && !before(b, a);
   };
-  std::sort(findings->begin(), findings->end(), before);
-  findings->erase(std::unique(findings->begin(), findings->end(), same),
-                  findings->end());
+  std::sort(places.begin(), places.end(), before);
+  places.erase(std::unique(places.begin(), places.end(), same), places.end());
+  std::vector<Finding> sorted;
+  sorted.reserve(places.size());
+  for (const Place &place : places) {
+    sorted.push_back(std::move(*place.finding));
+  }
+  findings->swap(sorted);
 }
 
 }  // namespace schemacheck

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "FindingCodes.h"
@@ -35,6 +36,9 @@ struct Finding {
 Finding findingAt(Code code, const SourceText &text, std::size_t offset,
                   std::string message);
 Finding findingOn(Code code, std::string file, std::string message);
+
+// "'text'", in a message.
+std::string inQuotes(std::string_view text);
 
 // The finding for the user, each line with its end:
 //

@@ -315,6 +315,15 @@ constexpr std::array<CodeDescription, kCodes> kDescriptions = {{
      "is copied unchanged, so that the form of the old installation would be "
      "lost.",
      "Exclude the OID."},
+    {Code::kChangedByBoth, "CHANGED-BY-BOTH", Severity::kError,
+     "The administrator and the release have both changed what has an OID "
+     "since the old release, and the side that has changed it is preferred.",
+     "Decide on the OID in the file of decisions."},
+    {Code::kPreferenceSplit, "PREFERENCE-SPLIT", Severity::kError,
+     "The release's side is preferred, but the release has only a part of what "
+     "has the OID, the attribute type without its storage definition for "
+     "instance; an OID is carried as a whole or not at all.",
+     "Decide on the OID in the file of decisions."},
     {Code::kListUnterminated, "LIST-UNTERMINATED", Severity::kError,
      "A list of OIDs does not end in a newline: the library ignores the last "
      "word, and does not return from a comment there.",

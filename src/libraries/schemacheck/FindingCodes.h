@@ -102,6 +102,8 @@ enum class Code {
   kOidOtherName,
   kNotMergeable,
   kInCopiedFile,
+  kChangedByBoth,
+  kPreferenceSplit,
   // Lists of OIDs.
   kListUnterminated,
   kListUnknown,

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 
+#include "Rewriting.h"
 #include "Suspects.h"
 
 namespace schemacheck {
@@ -13,17 +15,17 @@ namespace {
 
 // How what the library has kept of a definition differs from what stands there.
 struct Difference {
-  std::vector<std::string> fields;  // the names of those that differ
-  bool end = false;                 // it ends elsewhere
+  std::vector<std::string_view> fields;  // the names of those that differ
+  bool end = false;                      // it ends elsewhere
 
   bool any() const { return end || !fields.empty(); }
 
-  bool has(const std::string &field) const {
+  bool has(std::string_view field) const {
     return std::find(fields.begin(), fields.end(), field) != fields.end();
   }
 
   // Whether the field differs; from now on it does not count.
-  bool take(const std::string &field) {
+  bool take(std::string_view field) {
     const auto found = std::find(fields.begin(), fields.end(), field);
     const bool differs = found != fields.end();
     if (differs) {
@@ -33,9 +35,10 @@ struct Difference {
   }
 };
 
-// The findings of one code in a definition. What is damaged beyond that is not
-// a definition any more.
-constexpr std::size_t kMost = 100;
+// "DESC 'a text'"
+std::string inWords(const FieldView &field) {
+  return std::string(field.name) + " " + toField(field).text();
+}
 
 bool canBeEndless(Code code) {
   return code == Code::kCollective || code == Code::kEndlessNames ||
@@ -43,16 +46,20 @@ bool canBeEndless(Code code) {
          code == Code::kUnclosed;
 }
 
-class KeptComparison {
+// The comparison of one definition.
+class Comparison {
  public:
-  KeptComparison(const StrictFile &file, const Definition &definition,
-                 const Kept &kept, LibraryReader *library,
-                 LibraryReader *reader)
+  Comparison(const StrictFile &file, const Definition &definition,
+             const std::vector<FieldView> &said, const Kept &kept,
+             LibraryReader *library, LibraryReader *reader,
+             std::vector<Finding> *findings)
       : m_file(file),
         m_definition(definition),
+        m_said(said),
         m_kept(kept),
-        m_library(library),
-        m_reader(reader) {}
+        m_library(*library),
+        m_reader(*reader),
+        m_findings(*findings) {}
 
   Agreement run() {
     Difference difference = compare();
@@ -76,7 +83,7 @@ class KeptComparison {
     }
     if (difference.any()) {
       const std::vector<Suspect> tokens =
-          suspectTokens(m_file, m_definition, m_library);
+          suspectTokens(m_file, m_definition, &m_library);
       others.insert(others.end(), tokens.begin(), tokens.end());
       blame(others, difference);
       return agreement;
@@ -94,16 +101,14 @@ class KeptComparison {
     return agreement;
   }
 
-  std::vector<Finding> takeFindings() { return std::move(m_findings); }
-
  private:
   void add(Code code, std::size_t offset, std::string message) {
     m_hasError = m_hasError || describe(code).severity == Severity::kError;
     const std::size_t number = ++m_numbers[code];
-    if (number > kMost) {
+    if (number > kMostFindings) {
       return;
     }
-    if (number == kMost) {
+    if (number == kMostFindings) {
       message += "; more of these in the definition are not shown";
     }
     m_findings.push_back(
@@ -113,21 +118,22 @@ class KeptComparison {
   // Compares with what is read of the definition once the library has written
   // it. (That an object class without a name cannot be read is said elsewhere.)
   void rewrite() {
-    if (m_definition.kind == Kind::kObjectClass &&
-        m_kept.fields[1].values.empty()) {
+    const Kind kind = m_definition.kind;
+    if (isPlain(kind, m_kept.fields) ||
+        (kind == Kind::kObjectClass && m_kept.fields[1].values.empty())) {
       return;
     }
-    m_reader->setText(m_kept.line);
-    m_reader->lexan();  // the keyword
-    m_reader->lexan();  // "="
-    const Kept again = m_reader->parse(m_definition.kind, m_kept.line.size());
+    const std::string line = m_library.line(kind);
+    m_reader.setText(line);
+    m_reader.lexan();  // the keyword
+    m_reader.lexan();  // "="
+    const Kept &again = m_reader.parse(kind, line.size());
     for (std::size_t i = 0; i < again.fields.size(); ++i) {
-      const Field &before = m_kept.fields[i];
-      if (before.values != again.fields[i].values) {
+      if (!isSame(m_kept.fields[i], again.fields[i])) {
         add(Code::kRewriting, m_definition.span.begin,
-            std::string("expected ") + before.name + " " + before.text() +
+            "expected " + inWords(m_kept.fields[i]) +
                 " to read back as it is written, found " +
-                again.fields[i].text());
+                toField(again.fields[i]).text());
       }
     }
     if (again.end != Kept::End::kClosed && !m_hasError) {
@@ -139,7 +145,7 @@ class KeptComparison {
 
   // Names that are keywords of sections are kept in the spelling of those.
   void takeSpellings(Difference *difference) {
-    for (const Field &field : m_kept.fields) {
+    for (const FieldView &field : m_kept.fields) {
       std::vector<Value> values;
       for (const Clause &clause : m_definition.clauses) {
         if (clause.known && clause.keyword == field.name) {
@@ -148,10 +154,10 @@ class KeptComparison {
         }
       }
       const auto sameInLowerCase = [](const Value &value,
-                                      const std::string &text) {
-        return lowerCase(value.text) == lowerCase(text);
+                                      std::string_view text) {
+        return isSameInAnyCase(value.text, text);
       };
-      if (!field.isList ||
+      if (field.form != FieldView::Form::kList ||
           !std::equal(values.begin(), values.end(), field.values.begin(),
                       field.values.end(), sameInLowerCase) ||
           !difference->take(field.name)) {
@@ -160,19 +166,19 @@ class KeptComparison {
       for (std::size_t i = 0; i < values.size(); ++i) {
         if (values[i].text != field.values[i]) {
           add(Code::kSpelling, values[i].span.begin,
-              "expected '" + values[i].text + "' to be kept; the library " +
-                  "keeps '" + field.values[i] + "'");
+              "expected " + inQuotes(values[i].text) +
+                  " to be kept; the library keeps " +
+                  inQuotes(field.values[i]));
         }
       }
     }
   }
 
   Difference compare() const {
-    const std::vector<Field> said = fieldsOf(m_definition);
     Difference difference;
-    for (std::size_t i = 0; i < said.size(); ++i) {
-      if (said[i].values != m_kept.fields[i].values) {
-        difference.fields.emplace_back(said[i].name);
+    for (std::size_t i = 0; i < m_said.size(); ++i) {
+      if (!isSame(m_said[i], m_kept.fields[i])) {
+        difference.fields.push_back(m_said[i].name);
       }
     }
     difference.end = m_kept.end != Kept::End::kClosed ||
@@ -182,13 +188,12 @@ class KeptComparison {
 
   // Whether the OID and the first name are the definition's.
   bool hasItsKeys() const {
-    const std::vector<Field> said = fieldsOf(m_definition);
-    const auto first = [](const Field &field) {
-      return field.values.empty() ? "" : lowerCase(field.values.front());
+    const auto first = [](const FieldView &field) {
+      return field.values.empty() ? std::string_view() : field.values.front();
     };
-    return said[0].values == m_kept.fields[0].values &&
+    return m_said[0].text == m_kept.fields[0].text &&
            (m_definition.kind == Kind::kStorage ||
-            first(said[1]) == first(m_kept.fields[1]));
+            isSameInAnyCase(first(m_said[1]), first(m_kept.fields[1])));
   }
 
   // Reports what has caused the difference.
@@ -218,12 +223,10 @@ class KeptComparison {
           "expected the definition to end at its ')'" + effect);
       return;
     }
-    const std::vector<Field> said = fieldsOf(m_definition);
-    for (const Field &field : said) {
+    for (const FieldView &field : m_said) {
       if (difference.has(field.name)) {
         add(Code::kDiffers, m_definition.span.begin,
-            std::string("expected ") + field.name + " " + field.text() +
-                " to be kept" + keeps(field.name));
+            "expected " + inWords(field) + " to be kept" + keeps(field.name));
       }
     }
   }
@@ -245,12 +248,12 @@ class KeptComparison {
   }
 
   // What has become of a field.
-  std::string keeps(const std::string &name) const {
-    for (const Field &field : m_kept.fields) {
+  std::string keeps(std::string_view name) const {
+    for (const FieldView &field : m_kept.fields) {
       if (name == field.name) {
-        return field.values.empty()
+        return field.text.empty() && field.values.empty()
                    ? "; the library drops it"
-                   : "; the library keeps " + name + " " + field.text();
+                   : "; the library keeps " + inWords(field);
       }
     }
     return "";
@@ -258,26 +261,24 @@ class KeptComparison {
 
   const StrictFile &m_file;
   const Definition &m_definition;
+  const std::vector<FieldView> &m_said;
   const Kept &m_kept;
-  LibraryReader *m_library;
-  LibraryReader *m_reader;
+  LibraryReader &m_library;
+  LibraryReader &m_reader;
   bool m_hasError = false;  // whether one was reported
-  std::vector<Finding> m_findings;
+  std::vector<Finding> &m_findings;
   std::map<Code, std::size_t> m_numbers;  // of findings
 };
 
 }  // namespace
 
-Agreement compareWithKept(const StrictFile &file, const Definition &definition,
-                          const Kept &kept, LibraryReader *library,
-                          LibraryReader *reader,
-                          std::vector<Finding> *findings) {
-  KeptComparison comparison(file, definition, kept, library, reader);
-  const Agreement agreement = comparison.run();
-  for (Finding &finding : comparison.takeFindings()) {
-    findings->push_back(std::move(finding));
-  }
-  return agreement;
+Agreement KeptComparison::compare(const Definition &definition,
+                                  const Kept &kept,
+                                  std::vector<Finding> *findings) {
+  viewFields(definition, &m_said);
+  return Comparison(m_file, definition, m_said, kept, &m_library, &m_reader,
+                    findings)
+      .run();
 }
 
 }  // namespace schemacheck

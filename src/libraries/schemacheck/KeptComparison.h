@@ -20,13 +20,24 @@ struct Agreement {
   bool isThatDefinition = false;
 };
 
-// Reports how the two differ, and why, and what in the definition is not by the
-// grammar. `reader` is another one, for what the library would write of the
-// definition.
-Agreement compareWithKept(const StrictFile &file, const Definition &definition,
-                          const Kept &kept, LibraryReader *library,
-                          LibraryReader *reader,
-                          std::vector<Finding> *findings);
+// Compares the definitions of a file, one after the other.
+class KeptComparison {
+ public:
+  // `library` is what reads the file. Neither is owned.
+  KeptComparison(const StrictFile &file, LibraryReader *library)
+      : m_file(file), m_library(*library) {}
+
+  // Reports how the two differ, and why, and what in the definition is not by
+  // the grammar.
+  Agreement compare(const Definition &definition, const Kept &kept,
+                    std::vector<Finding> *findings);
+
+ private:
+  const StrictFile &m_file;
+  LibraryReader &m_library;
+  LibraryReader m_reader{""};     // of what the library would write
+  std::vector<FieldView> m_said;  // the fields as they are written
+};
 
 }  // namespace schemacheck
 

@@ -1,9 +1,5 @@
 #include "LibraryReader.h"
 
-#include "Attribute.h"
-#include "ObjectClass.h"
-#include "QORAttribute.h"
-
 namespace schemacheck {
 
 namespace {
@@ -15,18 +11,16 @@ struct BeyondLimit {};
 
 }  // namespace
 
-LibraryReader::LibraryReader(const std::string &text)
-    : GuardedLexan("", ""),
-      m_text(text, std::ios::in),
-      m_limit(kNoLimit),
-      m_line(std::ios::out) {
+LibraryReader::LibraryReader(std::string_view text)
+    : GuardedLexan("", ""), m_limit(kNoLimit), m_line(std::ios::out) {
   closeFile();  // there was none
+  m_text.setText(text);
   readFrom(&m_text);
   static_cast<std::ios &>(m_writer).rdbuf(&m_line);
 }
 
-void LibraryReader::setText(const std::string &text) {
-  m_text.str(text);
+void LibraryReader::setText(std::string_view text) {
+  m_text.setText(text);
   goTo(0);
 }
 
@@ -44,46 +38,63 @@ int LibraryReader::lexan() {
 }
 
 template <class Definition>
-Kept LibraryReader::parseAs(int keyword) {
-  Definition definition;
-  Kept kept{Kept::End::kElsewhere, 0, {}, ""};
+void LibraryReader::parseInto(Definition *definition, int keyword) {
+  static const Definition kEmpty;
+  *definition = kEmpty;
+  m_kept.end = Kept::End::kElsewhere;
+  m_kept.closing = 0;
   beginDefinition(keyword);
   try {
-    if (definition.parse(this) == 0) {
-      kept.end = Kept::End::kCutOff;
+    if (definition->parse(this) == 0) {
+      m_kept.end = Kept::End::kCutOff;
     }
   } catch (const EndlessReading &) {
-    kept.end = Kept::End::kEndless;
+    m_kept.end = Kept::End::kEndless;
   } catch (const BeyondLimit &) {
-    kept.end = Kept::End::kBeyond;
+    m_kept.end = Kept::End::kBeyond;
   }
   m_limit = kNoLimit;
   // A parse reads one token more than the parenthesis that ends it.
   for (const Closing &closing : {m_closing, m_closingBefore}) {
-    if (kept.end == Kept::End::kElsewhere && closing.count != 0 &&
+    if (m_kept.end == Kept::End::kElsewhere && closing.count != 0 &&
         closing.count + 1 == m_count) {
-      kept.end = Kept::End::kClosed;
-      kept.closing = closing.offset;
+      m_kept.end = Kept::End::kClosed;
+      m_kept.closing = closing.offset;
     }
   }
-  kept.fields = fieldsOf(definition);
-  m_line.str("");
-  definition.dump(m_writer);
-  kept.line = m_line.str();
-  return kept;
+  viewFields(*definition, &m_kept.fields);
 }
 
-Kept LibraryReader::parse(Kind kind, std::size_t limit) {
+const Kept &LibraryReader::parse(Kind kind, std::size_t limit) {
   m_limit = limit;
   switch (kind) {
     case Kind::kAttributeType:
-      return parseAs<Attribute>(TOK_ATTRIBUTETYPES);
+      parseInto(&m_type, TOK_ATTRIBUTETYPES);
+      break;
     case Kind::kObjectClass:
-      return parseAs<ObjectClass>(TOK_OBJECTCLASSES);
+      parseInto(&m_class, TOK_OBJECTCLASSES);
+      break;
     case Kind::kStorage:
+      parseInto(&m_storage, TOK_QORATTRIBUTETYPES);
       break;
   }
-  return parseAs<QORAttribute>(TOK_QORATTRIBUTETYPES);
+  return m_kept;
+}
+
+std::string LibraryReader::line(Kind kind) {
+  m_line.str("");
+  switch (kind) {
+    case Kind::kAttributeType:
+      m_type.dump(m_writer);
+      break;
+    case Kind::kObjectClass:
+      m_class.dump(m_writer);
+      break;
+    case Kind::kStorage:
+      m_storage.dump(m_writer);
+      break;
+  }
+  return m_line.str();
 }
 
 std::size_t LibraryReader::offset() {

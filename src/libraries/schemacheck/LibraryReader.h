@@ -6,11 +6,16 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "Attribute.h"
 #include "Fields.h"
 #include "GuardedLexan.h"
+#include "ObjectClass.h"
+#include "QORAttribute.h"
 #include "SchemaFiles.h"
+#include "TextBuffer.h"
 
 namespace schemacheck {
 
@@ -25,21 +30,26 @@ struct Kept {
   };
   End end;
   std::size_t closing;  // the offset behind that ")"; of kClosed only
-  std::vector<Field> fields;
-  std::string line;  // as the library would write it
+  std::vector<FieldView> fields;
 };
 
 // Reads a text through the library's scanner and parsers, says where in the
 // text they are, and can be told to go on elsewhere.
 class LibraryReader : public GuardedLexan {
  public:
-  explicit LibraryReader(const std::string &text);
+  // The text must outlive the reading.
+  explicit LibraryReader(std::string_view text);
 
   int lexan() override;
 
   // Lets the library parse a definition as it would at this point. Stops a
-  // parse that goes on behind `limit`.
-  Kept parse(Kind kind, std::size_t limit);
+  // parse that goes on behind `limit`. What is returned is valid until the next
+  // parse.
+  const Kept &parse(Kind kind, std::size_t limit);
+
+  // The definition parsed last, which was of this kind, as the library would
+  // write it.
+  std::string line(Kind kind);
 
   // The offset behind the current token; for a number, behind the blanks that
   // follow it.
@@ -49,17 +59,17 @@ class LibraryReader : public GuardedLexan {
   // is, until a parse passes over it.
   void goTo(std::size_t offset);
 
-  // Goes on with another text, from its start.
-  void setText(const std::string &text);
+  // Goes on with another text, from its start. It must outlive the reading.
+  void setText(std::string_view text);
 
   // Reads the token at `offset`, by itself, and returns its code.
   int scan(std::size_t offset);
 
  private:
   template <class Definition>
-  Kept parseAs(int keyword);
+  void parseInto(Definition *definition, int keyword);
 
-  std::stringbuf m_text;
+  TextBuffer m_text;
   std::size_t m_limit;
   std::stringbuf m_line;
   std::ofstream m_writer;  // to m_line
@@ -73,6 +83,12 @@ class LibraryReader : public GuardedLexan {
   std::size_t m_count = 0;
   Closing m_closing;
   Closing m_closingBefore;
+
+  // The definitions parsed last, and what the last of all was.
+  Attribute m_type;
+  ObjectClass m_class;
+  QORAttribute m_storage;
+  Kept m_kept{Kept::End::kElsewhere, 0, {}};
 };
 
 }  // namespace schemacheck

@@ -1,6 +1,5 @@
 #include "ReferenceChecks.h"
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,8 +21,8 @@ bool isNumber(const Value &value) {
 }
 
 // "1.2.3", "'cn'"
-std::string inQuotes(const Value &value) {
-  return isNumber(value) ? value.text : "'" + value.text + "'";
+std::string inWords(const Value &value) {
+  return isNumber(value) ? std::string(value.text) : inQuotes(value.text);
 }
 
 class ReferenceChecks {
@@ -65,103 +64,97 @@ class ReferenceChecks {
     const Definition &definition = *statement.definition;
     if (definition.oid && !isNumericOid(definition.oid->text)) {
       add(Code::kBadOid, statement, *definition.oid,
-          "expected an OID of numbers and dots, found '" +
-              definition.oid->text + "'");
+          "expected an OID of numbers and dots, found " +
+              inQuotes(definition.oid->text));
     }
-    for (const Value *name : statement.valuesOf("NAME")) {
-      if (!isKeyString(name->text)) {
-        add(Code::kBadName, statement, *name,
-            "expected a letter and then letters, digits or hyphens, found '" +
-                name->text + "'");
+    statement.forValuesOf("NAME", [&](const Value &name) {
+      if (!isKeyString(name.text)) {
+        add(Code::kBadName, statement, name,
+            "expected a letter and then letters, digits or hyphens, found " +
+                inQuotes(name.text));
       }
-    }
+    });
   }
 
   void checkReferences(const Statement &statement, const char *keyword,
                        Kind kind) {
     const bool isSuperior = std::string_view(keyword) == "SUP";
-    for (const Value *value : statement.valuesOf(keyword)) {
-      if (m_index.target(kind, value->text) == nullptr) {
+    statement.forValuesOf(keyword, [&](const Value &value) {
+      if (m_index.target(kind, value.text) == nullptr) {
         add(isSuperior ? Code::kUndefinedSuperior : Code::kUndefinedAttribute,
-            statement, *value,
+            statement, value,
             "expected the " +
                 std::string(isSuperior ? "superior " : "attribute ") +
-                inQuotes(*value) + " to be defined, found no " +
-                kindName(kind) + " of this " +
-                (isNumber(*value) ? "OID" : "name"));
+                inWords(value) + " to be defined, found no " + kindName(kind) +
+                " of this " + (isNumber(value) ? "OID" : "name"));
       }
-    }
+    });
   }
 
   // Of an attribute type.
   void checkValues(const Statement &statement) {
-    for (const Value *syntax : statement.valuesOf("SYNTAX")) {
-      const std::string oid = syntax->text.substr(0, syntax->text.find('{'));
-      if (!isStandardSyntax(oid)) {
-        add(Code::kUnknownSyntax, statement, *syntax,
-            "expected the OID of a standard syntax, found " +
-                inQuotes(*syntax));
+    statement.forValuesOf("SYNTAX", [&](const Value &syntax) {
+      if (!isStandardSyntax(syntax.text.substr(0, syntax.text.find('{')))) {
+        add(Code::kUnknownSyntax, statement, syntax,
+            "expected the OID of a standard syntax, found " + inWords(syntax));
       }
-    }
+    });
     for (const char *keyword : {"EQUALITY", "ORDERING", "SUBSTR"}) {
-      for (const Value *rule : statement.valuesOf(keyword)) {
-        if (isNumber(*rule) && !isStandardMatchingRule(rule->text)) {
-          add(Code::kUnknownRule, statement, *rule,
+      statement.forValuesOf(keyword, [&](const Value &rule) {
+        if (isNumber(rule) && !isStandardMatchingRule(rule.text)) {
+          add(Code::kUnknownRule, statement, rule,
               "expected the OID of a standard matching rule, found " +
-                  rule->text);
+                  std::string(rule.text));
         }
-      }
+      });
     }
-    for (const Value *usage : statement.valuesOf("USAGE")) {
-      if (!isUsage(usage->text)) {
-        add(Code::kBadUsage, statement, *usage,
+    statement.forValuesOf("USAGE", [&](const Value &usage) {
+      if (!isUsage(usage.text)) {
+        add(Code::kBadUsage, statement, usage,
             "expected userApplications, directoryOperation, "
-            "distributedOperation or dSAOperation, found '" +
-                usage->text + "'");
+            "distributedOperation or dSAOperation, found " +
+                inQuotes(usage.text));
       }
-    }
+    });
   }
 
   // The same for all names of an attribute type.
-  std::string attributeOf(const Value &value) const {
+  std::string_view attributeOf(const Value &value) const {
     const Statement *type = m_index.target(Kind::kAttributeType, value.text);
-    return type == nullptr ? lowerCase(value.text) : type->key();
+    return type == nullptr ? value.text : type->key();
   }
 
   // Of an object class.
   void checkOptional(const Statement &statement) {
-    std::set<std::string> required;
-    for (const Value *value : statement.valuesOf("MUST")) {
-      required.insert(attributeOf(*value));
-    }
-    for (const Value *value : statement.valuesOf("MAY")) {
-      if (required.count(attributeOf(*value)) != 0) {
-        add(Code::kRequiredAndOptional, statement, *value,
+    StatementTable required;
+    statement.forValuesOf("MUST", [&](const Value &value) {
+      required.add(attributeOf(value), &statement);
+    });
+    statement.forValuesOf("MAY", [&](const Value &value) {
+      if (required.find(attributeOf(value)) != nullptr) {
+        add(Code::kRequiredAndOptional, statement, value,
             "expected an attribute that MUST does not hold, found " +
-                inQuotes(*value));
+                inWords(value));
       }
-    }
+    });
   }
 
   void checkCycles() {
     Graph superiors(m_statements.size());
     for (std::size_t i = 0; i < m_statements.size(); ++i) {
-      for (const Value *value : superiorsOf(i)) {
+      const Statement &statement = m_statements[i];
+      statement.forValuesOf("SUP", [&](const Value &value) {
         const Statement *superior =
-            m_index.target(m_statements[i].definition->kind, value->text);
+            m_index.target(statement.definition->kind, value.text);
         if (superior != nullptr) {
           superiors[i].push_back(
               static_cast<std::size_t>(superior - m_statements.data()));
         }
-      }
+      });
     }
     for (const std::vector<std::size_t> &cycle : findCycles(superiors)) {
       addCycle(cycle);
     }
-  }
-
-  std::vector<const Value *> superiorsOf(std::size_t i) const {
-    return m_statements[i].valuesOf("SUP");
   }
 
   void addCycle(const std::vector<std::size_t> &cycle) {
@@ -172,7 +165,7 @@ class ReferenceChecks {
       way += " SUP '" + m_statements[cycle[i]].firstName() + "'";
     }
     way += cycle.size() > kLongestCycle ? " SUP ..." : "";
-    for (const Value *value : superiorsOf(cycle.front())) {
+    for (const Value *value : first.valuesOf("SUP")) {
       if (m_index.target(first.definition->kind, value->text) == &second) {
         add(Code::kSuperiorCycle, first, *value,
             "expected a superior that does not lead back, found " + way +

@@ -36,11 +36,21 @@ SchemaDirectory::SchemaDirectory(fs::path path, std::uintmax_t sizeLimit)
   for (std::size_t number = 0; number < kSchemaFiles.size(); ++number) {
     readFile(number);
   }
+  addStatements();
+}
+
+void SchemaDirectory::addStatements() {
+  std::size_t number = 0;
+  for (const StrictFile &file : m_files) {
+    for (const Section &section : file.reading.sections) {
+      number += section.definitions.size();
+    }
+  }
+  m_statements.reserve(number);
   for (const StrictFile &file : m_files) {
     for (const Section &section : file.reading.sections) {
       for (const Definition &definition : section.definitions) {
-        m_statements.push_back(
-            {&file, &section, &definition, fieldsOf(definition)});
+        m_statements.emplace_back(&file, &section, &definition);
       }
     }
   }

@@ -47,6 +47,7 @@ class SchemaDirectory {
  private:
   void checkNames();
   void readFile(std::size_t number);
+  void addStatements();
 
   std::filesystem::path m_path;
   std::uintmax_t m_sizeLimit;

@@ -3,6 +3,7 @@
 #define SCHEMACHECK_SOURCETEXT_H_
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,11 @@ class SourceText {
   SourceText(std::string name, std::string bytes);
 
   const std::string &name() const { return m_name; }
-  const std::string &bytes() const { return m_bytes; }
+  const std::string &bytes() const { return *m_bytes; }
+
+  // The same bytes, for those who hold parts of them and may outlive this
+  // object.
+  std::shared_ptr<const std::string> sharedBytes() const { return m_bytes; }
 
   // The place of a byte; one behind the text is taken for the text's end. Takes
   // time logarithmic in the number of lines.
@@ -41,7 +46,7 @@ class SourceText {
 
  private:
   std::string m_name;
-  std::string m_bytes;
+  std::shared_ptr<const std::string> m_bytes;  // never null
   std::vector<std::size_t> m_lineStarts;  // offsets, ascending; never empty
 };
 

@@ -22,6 +22,24 @@ Value::Form formOf(const Token &token) {
   }
 }
 
+std::string behind(std::string_view what) {
+  return what.empty() ? "" : " behind " + std::string(what);
+}
+
+// The list that is read into the clause, in a fault's text.
+std::string listInWords(const Clause &clause) {
+  return "the list of " +
+         (clause.keyword.empty() ? "values" : std::string(clause.keyword));
+}
+
+std::string inUpperCase(std::string_view word) {
+  std::string text(word);
+  for (char &c : text) {
+    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  }
+  return text;
+}
+
 }  // namespace
 
 Clause ClauseReader::read() {
@@ -35,9 +53,10 @@ Clause ClauseReader::read() {
     if (m_tokens.is('(')) {
       readList(Style::kAny, &clause);
     } else {
-      takeValue(Style::kAny, &clause);
+      takeValue(Style::kAny, clause);
     }
   }
+  clause.values = m_store.values.take(&m_values);
   clause.span = {clause.keywordSpan.begin, m_tokens.end()};
   return clause;
 }
@@ -53,11 +72,12 @@ Clause ClauseReader::readKeyword() {
     return clause;
   }
   clause.known = form->known;
-  if (clause.known) {
-    clause.keyword = form->keyword;
-    if (clause.keyword != word.text) {
-      fault(FaultCode::kKeywordCase, word.span, clause.keyword, inWords(word));
-    }
+  if (form->known && !form->exact) {
+    clause.keyword = form->keyword.empty()
+                         ? m_tokens.keep(inUpperCase(word.text))
+                         : form->keyword;
+    fault(FaultCode::kKeywordCase, word.span, std::string(clause.keyword),
+          inWords(word));
   }
   readValues(form->takes, &clause);
   return clause;
@@ -101,22 +121,22 @@ void ClauseReader::readNames(Clause *clause) {
     return;
   }
   if (atValue()) {
-    takeValue(Style::kQuoted, clause);
+    takeValue(Style::kQuoted, *clause);
   }
   while (m_tokens.isQuoted()) {
-    takeValue(Style::kQuoted, clause);
+    takeValue(Style::kQuoted, *clause);
   }
 }
 
 // qdstring
 void ClauseReader::readText(Clause *clause) {
   if (m_tokens.isQuoted()) {
-    takeValue(Style::kQuoted, clause);
+    takeValue(Style::kQuoted, *clause);
   } else if (atValue()) {
-    takeWords(clause);
+    takeWords(*clause);
   } else if (atList()) {
     fault(FaultCode::kListUnexpected, m_tokens.peek().span,
-          "one quoted text behind " + clause->keyword, "'('");
+          "one quoted text" + behind(clause->keyword), "'('");
     readList(Style::kQuoted, clause);
   }
 }
@@ -130,17 +150,16 @@ void ClauseReader::readOids(Clause *clause) {
   if (!atValue()) {
     return;
   }
-  takeValue(Style::kOids, clause);
+  takeValue(Style::kOids, *clause);
   while (m_tokens.is('$')) {
     const Token dollar = m_tokens.take();
     if (!m_lacksOpening) {
       fault(FaultCode::kListUnopened, dollar.span,
-            "parentheses around the list of " + clause->keyword,
-            inWords(dollar));
+            "parentheses around " + listInWords(*clause), inWords(dollar));
     }
     m_lacksOpening = true;
     if (atValue()) {
-      takeValue(Style::kOids, clause);
+      takeValue(Style::kOids, *clause);
     }
   }
 }
@@ -148,7 +167,7 @@ void ClauseReader::readOids(Clause *clause) {
 void ClauseReader::readOne(Takes takes, Clause *clause) {
   if (atList()) {
     fault(FaultCode::kListUnexpected, m_tokens.peek().span,
-          "one value behind " + clause->keyword, "'('");
+          "one value" + behind(clause->keyword), "'('");
     readList(Style::kAny, clause);
     return;
   }
@@ -158,9 +177,9 @@ void ClauseReader::readOne(Takes takes, Clause *clause) {
   const Token &token = m_tokens.peek();
   if (token.type == Token::Type::kWord && takes == Takes::kNumber) {
     fault(FaultCode::kNumberMissing, token.span,
-          "a number behind " + clause->keyword, inWords(token));
+          "a number" + behind(clause->keyword), inWords(token));
   }
-  takeValue(takes == Takes::kSyntax ? Style::kSyntax : Style::kOids, clause);
+  takeValue(takes == Takes::kSyntax ? Style::kSyntax : Style::kOids, *clause);
 }
 
 // A word that no definition has: whatever strings follow are its values.
@@ -170,35 +189,33 @@ void ClauseReader::readUnknown(Clause *clause) {
     return;
   }
   while (m_tokens.isQuoted()) {
-    takeValue(Style::kAny, clause);
+    takeValue(Style::kAny, *clause);
   }
 }
 
 // "(" *( value / "$" ) ")"; "$" stands between the values if they are OIDs.
 void ClauseReader::readList(Style style, Clause *clause) {
   const Span open = m_tokens.take().span;
-  const std::string owner =
-      "the list of " + (clause->keyword.empty() ? "values" : clause->keyword);
   clause->parenthesised = true;
   std::size_t depth = 0;  // of further parentheses
   Last last = Last::kNothing;
   while (depth > 0 || !m_tokens.is(')')) {
     const Token &token = m_tokens.peek();
     if (endsDefinition() || m_tokens.beginsClause(m_kind)) {
-      fault(FaultCode::kListUnclosed, open, "')' at the end of " + owner,
-            inWords(token));
+      fault(FaultCode::kListUnclosed, open,
+            "')' at the end of " + listInWords(*clause), inWords(token));
       return;
     }
     if (token.is('(')) {
       fault(FaultCode::kListNested, token.span,
-            "no further parentheses in " + owner, "'('");
+            "no further parentheses in " + listInWords(*clause), "'('");
       m_tokens.take();
       ++depth;
     } else if (token.is(')')) {
       m_tokens.take();
       --depth;
     } else {
-      last = readListItem(style, last, owner, clause);
+      last = readListItem(style, last, *clause);
     }
   }
   if (style == Style::kOids && last == Last::kDollar) {
@@ -209,13 +226,13 @@ void ClauseReader::readList(Style style, Clause *clause) {
 }
 
 ClauseReader::Last ClauseReader::readListItem(Style style, Last last,
-                                              const std::string &owner,
-                                              Clause *clause) {
+                                              const Clause &clause) {
   const Token &token = m_tokens.peek();
   if (m_tokens.isWord() || m_tokens.isQuoted()) {
     if (style == Style::kOids && last == Last::kValue) {
       fault(FaultCode::kDollarMissing, token.span,
-            "'$' behind '" + clause->values.back().text + "'", inWords(token));
+            "'$' behind '" + std::string(m_values.back().text) + "'",
+            inWords(token));
     }
     takeValue(style, clause);
     return Last::kValue;
@@ -226,10 +243,10 @@ ClauseReader::Last ClauseReader::readListItem(Style style, Last last,
   }
   if (style == Style::kQuoted) {
     fault(FaultCode::kDollarUnexpected, token.span,
-          "a quoted string in " + owner, "'$'");
+          "a quoted string in " + listInWords(clause), "'$'");
   } else if (style == Style::kOids && last != Last::kValue) {
     fault(FaultCode::kDollarUnexpected, token.span,
-          "a name or an OID in " + owner, "'$'");
+          "a name or an OID in " + listInWords(clause), "'$'");
   }
   m_tokens.take();
   return Last::kDollar;
@@ -247,27 +264,31 @@ bool ClauseReader::atList() {
   return m_tokens.is('(') && !m_tokens.beginsNamedDefinition();
 }
 
-void ClauseReader::takeValue(Style style, Clause *clause) {
-  const std::string place =
-      clause->keyword.empty() ? "" : " behind " + clause->keyword;
-  clause->values.push_back(valueOf(m_tokens.take(), style, place));
+void ClauseReader::takeValue(Style style, const Clause &clause) {
+  m_values.push_back(valueOf(m_tokens.take(), style, clause.keyword));
 }
 
 // A text without quotes, as far as it can be one.
-void ClauseReader::takeWords(Clause *clause) {
+void ClauseReader::takeWords(const Clause &clause) {
   takeValue(Style::kQuoted, clause);
-  Value &text = clause->values.back();
+  std::string text(m_values.back().text);
+  std::size_t end = 0;
   while (m_tokens.isWord() && atValue() && !m_tokens.beginsClause(m_kind) &&
          !m_tokens.isQuoted(1) && !m_tokens.is('(', 1)) {
     const Token word = m_tokens.take();
-    text.form = Value::Form::kWord;
-    text.text += " " + word.text;
-    text.span.end = word.span.end;
+    text.append(" ").append(word.text);
+    end = word.span.end;
+  }
+  if (end != 0) {
+    Value &value = m_values.back();
+    value.form = Value::Form::kWord;
+    value.text = m_tokens.keep(std::move(text));
+    value.span.end = end;
   }
 }
 
-Value ClauseReader::valueOf(Token token, Style style,
-                            const std::string &place) {
+Value ClauseReader::valueOf(const Token &token, Style style,
+                            std::string_view before) {
   const Value::Form form = formOf(token);
   if (!token.intact && form == Value::Form::kQuoted) {
     fault(FaultCode::kQuoteUnclosed, token.span, "a closing quote",
@@ -277,28 +298,27 @@ Value ClauseReader::valueOf(Token token, Style style,
           inWords(token));
   }
   if (form == Value::Form::kDoubleQuoted) {
-    fault(FaultCode::kDoubleQuotes, token.span, "single quotes" + place,
-          inWords(token));
+    fault(FaultCode::kDoubleQuotes, token.span,
+          "single quotes" + behind(before), inWords(token));
   } else if (form == Value::Form::kQuoted &&
              (style == Style::kOids || style == Style::kSyntax)) {
     fault(FaultCode::kQuotesUnexpected, token.span,
-          "a value without quotes" + place, inWords(token));
+          "a value without quotes" + behind(before), inWords(token));
   } else if (form == Value::Form::kNumberWithLength && token.intact &&
              style == Style::kOids) {
     fault(FaultCode::kLengthUnexpected, token.span,
-          "a value without a length" + place, inWords(token));
+          "a value without a length" + behind(before), inWords(token));
   } else if (form != Value::Form::kQuoted && style == Style::kQuoted) {
-    fault(FaultCode::kQuotesMissing, token.span, "a quoted string" + place,
-          inWords(token));
+    fault(FaultCode::kQuotesMissing, token.span,
+          "a quoted string" + behind(before), inWords(token));
   }
-  return {form, std::move(token.text), token.span};
+  return {form, token.text, token.span};
 }
 
 void ClauseReader::requireValue(const Clause &clause, const char *what) {
-  if (clause.values.empty()) {
+  if (m_values.empty()) {
     fault(FaultCode::kValueMissing, clause.keywordSpan,
-          std::string(what) + " behind " + clause.keyword,
-          inWords(m_tokens.peek()));
+          what + behind(clause.keyword), inWords(m_tokens.peek()));
   }
 }
 

@@ -3,6 +3,7 @@
 #define SCHEMACHECK_STRICTCLAUSE_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "StrictGrammar.h"
@@ -17,9 +18,16 @@ class ClauseReader {
   // that only a syntax may have a length behind; in any of these ways.
   enum class Style { kQuoted, kOids, kSyntax, kAny };
 
-  // `tokens` and `faults` are not owned.
-  ClauseReader(Kind kind, StrictTokens *tokens, std::vector<Fault> *faults)
-      : m_kind(kind), m_tokens(*tokens), m_faults(*faults) {}
+  // What is read goes into the store and the faults of `reading`. Neither is
+  // owned.
+  ClauseReader(StrictTokens *tokens, Reading *reading)
+      : m_tokens(*tokens), m_store(reading->store), m_faults(reading->faults) {}
+
+  // What is read from now on belongs to a definition of this kind.
+  void begin(Kind kind) {
+    m_kind = kind;
+    m_lacksOpening = false;
+  }
 
   // Reads what the next token, a word, a string or a "(", begins.
   Clause read();
@@ -36,9 +44,9 @@ class ClauseReader {
   // Whether the next token can be a value outside of a list.
   bool atValue();
 
-  // The value that the token is; adds the faults that it has in `place`, such
-  // as " behind NAME".
-  Value valueOf(Token token, Style style, const std::string &place);
+  // The value that the token is; adds the faults that it has behind `before`,
+  // such as "NAME"; empty, if nothing need be said of that.
+  Value valueOf(const Token &token, Style style, std::string_view before);
 
   void fault(FaultCode code, Span at, std::string expected, std::string found);
 
@@ -54,17 +62,18 @@ class ClauseReader {
   void readOne(Takes takes, Clause *clause);
   void readUnknown(Clause *clause);
   void readList(Style style, Clause *clause);
-  Last readListItem(Style style, Last last, const std::string &owner,
-                    Clause *clause);
+  Last readListItem(Style style, Last last, const Clause &clause);
 
   bool atList();
-  void takeValue(Style style, Clause *clause);
-  void takeWords(Clause *clause);
+  void takeValue(Style style, const Clause &clause);
+  void takeWords(const Clause &clause);
   void requireValue(const Clause &clause, const char *what);
 
-  const Kind m_kind;
+  Kind m_kind = Kind::kAttributeType;
   StrictTokens &m_tokens;
+  ReadingStore &m_store;
   std::vector<Fault> &m_faults;
+  std::vector<Value> m_values;  // of the clause that is being read
   bool m_lacksOpening = false;
 };
 

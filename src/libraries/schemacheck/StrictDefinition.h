@@ -12,26 +12,23 @@ namespace schemacheck {
 
 class DefinitionReader {
  public:
-  // `tokens` and `faults` are not owned. In a block, the next definition may
-  // begin where this one should have ended.
-  DefinitionReader(Kind kind, bool inBlock, StrictTokens *tokens,
-                   std::vector<Fault> *faults)
-      : m_kind(kind),
-        m_inBlock(inBlock),
-        m_tokens(*tokens),
-        m_clauses(kind, tokens, faults) {}
+  // What is read goes into the store and the faults of `reading`. Neither is
+  // owned.
+  DefinitionReader(StrictTokens *tokens, Reading *reading)
+      : m_tokens(*tokens), m_store(reading->store), m_reader(tokens, reading) {}
 
-  // Reads the definition that the next token begins; its "(" may be missing.
-  Definition read();
+  // Reads the definition that the next token begins; its "(" may be missing. In
+  // a block, the next definition may begin where this one should have ended.
+  Definition read(Kind kind, bool inBlock);
 
  private:
   void readOid(Definition *definition);
-  bool atEnd();
+  bool atEnd(Kind kind, bool inBlock);
 
-  const Kind m_kind;
-  const bool m_inBlock;
   StrictTokens &m_tokens;
-  ClauseReader m_clauses;
+  ReadingStore &m_store;
+  ClauseReader m_reader;
+  std::vector<Clause> m_clauses;  // of the definition that is being read
 };
 
 }  // namespace schemacheck

@@ -1,7 +1,9 @@
 #include "StrictGrammar.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <iterator>
 
 namespace schemacheck {
 
@@ -13,37 +15,52 @@ struct ClauseEntry {
   Takes takes;
 };
 
+// In the order of the lengths of the keywords, those of one length by kind.
 constexpr ClauseEntry kClauses[] = {
+    {"SUP", Kind::kAttributeType, Takes::kOids},
+    {"SUP", Kind::kObjectClass, Takes::kOids},
+    {"MAY", Kind::kObjectClass, Takes::kOids},
     {"NAME", Kind::kAttributeType, Takes::kNames},
     {"DESC", Kind::kAttributeType, Takes::kText},
-    {"OBSOLETE", Kind::kAttributeType, Takes::kNothing},
-    {"SUP", Kind::kAttributeType, Takes::kOids},
-    {"EQUALITY", Kind::kAttributeType, Takes::kOid},
-    {"ORDERING", Kind::kAttributeType, Takes::kOid},
-    {"SUBSTR", Kind::kAttributeType, Takes::kOid},
-    {"SYNTAX", Kind::kAttributeType, Takes::kSyntax},
-    {"SINGLE-VALUE", Kind::kAttributeType, Takes::kNothing},
-    {"COLLECTIVE", Kind::kAttributeType, Takes::kNothing},
-    {"NO-USER-MODIFICATION", Kind::kAttributeType, Takes::kNothing},
-    {"USAGE", Kind::kAttributeType, Takes::kOid},
     {"NAME", Kind::kObjectClass, Takes::kNames},
     {"DESC", Kind::kObjectClass, Takes::kText},
-    {"OBSOLETE", Kind::kObjectClass, Takes::kNothing},
-    {"SUP", Kind::kObjectClass, Takes::kOids},
-    {"ABSTRACT", Kind::kObjectClass, Takes::kNothing},
-    {"STRUCTURAL", Kind::kObjectClass, Takes::kNothing},
-    {"AUXILIARY", Kind::kObjectClass, Takes::kNothing},
     {"MUST", Kind::kObjectClass, Takes::kOids},
-    {"MAY", Kind::kObjectClass, Takes::kOids},
+    {"USAGE", Kind::kAttributeType, Takes::kOid},
+    {"SUBSTR", Kind::kAttributeType, Takes::kOid},
+    {"SYNTAX", Kind::kAttributeType, Takes::kSyntax},
     {"DBNAME", Kind::kStorage, Takes::kNames},
-    {"ACCESS-CLASS", Kind::kStorage, Takes::kOid},
     {"LENGTH", Kind::kStorage, Takes::kNumber},
-    {"EQUALITY", Kind::kStorage, Takes::kNothing},
-    {"ORDERING", Kind::kStorage, Takes::kNothing},
     {"SUBSTR", Kind::kStorage, Takes::kNothing},
     {"APPROX", Kind::kStorage, Takes::kNothing},
     {"REVERSE", Kind::kStorage, Takes::kNothing},
+    {"OBSOLETE", Kind::kAttributeType, Takes::kNothing},
+    {"EQUALITY", Kind::kAttributeType, Takes::kOid},
+    {"ORDERING", Kind::kAttributeType, Takes::kOid},
+    {"OBSOLETE", Kind::kObjectClass, Takes::kNothing},
+    {"ABSTRACT", Kind::kObjectClass, Takes::kNothing},
+    {"EQUALITY", Kind::kStorage, Takes::kNothing},
+    {"ORDERING", Kind::kStorage, Takes::kNothing},
+    {"AUXILIARY", Kind::kObjectClass, Takes::kNothing},
+    {"COLLECTIVE", Kind::kAttributeType, Takes::kNothing},
+    {"STRUCTURAL", Kind::kObjectClass, Takes::kNothing},
+    {"SINGLE-VALUE", Kind::kAttributeType, Takes::kNothing},
+    {"ACCESS-CLASS", Kind::kStorage, Takes::kOid},
+    {"NO-USER-MODIFICATION", Kind::kAttributeType, Takes::kNothing},
 };
+
+constexpr std::size_t kLongestKeyword = 20;
+
+// By length, the first entry with a keyword that is as long or longer.
+constexpr auto kFirstOfLength = [] {
+  std::array<std::size_t, kLongestKeyword + 2> first{};
+  for (std::size_t length = 0; length < first.size(); ++length) {
+    while (first[length] < std::size(kClauses) &&
+           kClauses[first[length]].keyword.size() < length) {
+      ++first[length];
+    }
+  }
+  return first;
+}();
 
 struct SectionEntry {
   std::string_view keyword;
@@ -59,9 +76,9 @@ constexpr SectionEntry kSections[] = {
     {"QORATTRIBUTETYPE", {Kind::kStorage, false}},
 };
 
-char upper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
+bool isLower(char c) { return c >= 'a' && c <= 'z'; }
+
+char upper(char c) { return isLower(c) ? static_cast<char>(c - 'a' + 'A') : c; }
 
 // Whether `word` is `keyword`, which is in upper case, in any case.
 bool isSpelling(std::string_view word, std::string_view keyword) {
@@ -74,39 +91,35 @@ bool isExtension(std::string_view word) {
   return word.size() > 2 && isSpelling(word.substr(0, 2), "X-");
 }
 
-std::string inUpperCase(std::string_view word) {
-  std::string text(word);
-  std::transform(text.begin(), text.end(), text.begin(), upper);
-  return text;
-}
-
 }  // namespace
 
 std::optional<ClauseForm> clauseForm(Kind kind, std::string_view word) {
   if (isExtension(word)) {
-    return ClauseForm{inUpperCase(word), Takes::kExtensions, true};
+    return ClauseForm{"", Takes::kExtensions, true,
+                      std::none_of(word.begin(), word.end(), isLower)};
   }
-  const ClauseEntry *other = nullptr;
-  for (const ClauseEntry &entry : kClauses) {
-    if (!isSpelling(word, entry.keyword)) {
-      continue;
-    }
-    if (entry.kind == kind) {
-      return ClauseForm{std::string(entry.keyword), entry.takes, true};
-    }
-    if (other == nullptr) {
-      other = &entry;
-    }
-  }
-  if (other == nullptr) {
+  if (word.size() > kLongestKeyword) {
     return std::nullopt;
   }
-  return ClauseForm{std::string(other->keyword), other->takes, false};
+  std::optional<ClauseForm> form;
+  for (std::size_t i = kFirstOfLength[word.size()];
+       i < kFirstOfLength[word.size() + 1]; ++i) {
+    const ClauseEntry &entry = kClauses[i];
+    const bool known = entry.kind == kind;
+    const bool exact = word == entry.keyword;
+    if ((known || !form) && (exact || isSpelling(word, entry.keyword))) {
+      form = {entry.keyword, entry.takes, known, exact};
+      if (known) {
+        break;
+      }
+    }
+  }
+  return form;
 }
 
 bool isClauseKeyword(std::string_view word) {
   const auto form = clauseForm(Kind::kAttributeType, word);
-  return form && form->keyword == word;
+  return form && form->exact;
 }
 
 std::optional<SectionForm> sectionForm(std::string_view word) {

@@ -3,7 +3,6 @@
 #define SCHEMACHECK_STRICTGRAMMAR_H_
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "SchemaFiles.h"
@@ -23,11 +22,12 @@ enum class Takes {
 };
 
 struct ClauseForm {
-  std::string keyword;  // in upper case
+  std::string_view keyword;  // in upper case; empty for X- extensions
   Takes takes;
   // Whether definitions of the kind that was asked for have such a clause. If
   // not, those of another kind do.
   bool known;
+  bool exact;  // whether the word is in upper case
 };
 
 // The clause that `word`, in any case, begins in a definition of the kind.

@@ -15,7 +15,9 @@ namespace {
 class FileReader {
  public:
   explicit FileReader(const SourceText &text)
-      : m_text(text), m_tokens(text.bytes()) {}
+      : m_text(text),
+        m_tokens(text.bytes()),
+        m_definition(&m_tokens, &m_reading) {}
 
   // file = *( section / stray )
   Reading run() {
@@ -29,6 +31,8 @@ class FileReader {
       }
     }
     m_reading.end = m_tokens.textEnd();
+    m_reading.store.bytes = m_text.sharedBytes();
+    m_reading.store.texts = m_tokens.takeTexts();
     // What is missing is found later than what comes before its end.
     std::stable_sort(
         m_reading.faults.begin(), m_reading.faults.end(),
@@ -60,13 +64,15 @@ class FileReader {
     if (m_tokens.is('=') && m_tokens.is('{', 1)) {
       m_tokens.take();
       fault(FaultCode::kSectionOpener, section.keyword,
-            "either '=' or '{' behind " + section.spelling, "both");
+            "either '=' or '{' behind " + std::string(section.spelling),
+            "both");
     }
     if (m_tokens.is('{')) {
       readBlock(&section);
     } else {
       readSingle(&section);
     }
+    section.definitions = m_reading.store.definitions.take(&m_definitions);
     return section;
   }
 
@@ -76,7 +82,8 @@ class FileReader {
       m_tokens.take();
     } else {
       fault(FaultCode::kSectionOpener, section->keyword,
-            "'=' or '{' behind " + section->spelling, inWords(m_tokens.peek()));
+            "'=' or '{' behind " + std::string(section->spelling),
+            inWords(m_tokens.peek()));
     }
     if (m_tokens.is('(', 1) && (m_tokens.is(':') || m_tokens.is('='))) {
       if (section->opener != 0) {
@@ -87,7 +94,7 @@ class FileReader {
     }
     if (m_tokens.is('(') ||
         (section->opener != 0 && m_tokens.beginsBody(section->kind))) {
-      readDefinition(section);
+      readDefinition(*section);
     } else if (section->opener != 0) {
       fault(FaultCode::kDefinitionMissing, section->keyword, "'(' behind '='",
             inWords(m_tokens.peek()));
@@ -101,13 +108,14 @@ class FileReader {
       if (m_tokens.peek().type == Token::Type::kEnd ||
           m_tokens.beginsSection()) {
         section->closed = false;
-        fault(FaultCode::kSectionUnclosed, section->keyword,
-              "'}' at the end of the block of " + section->spelling,
-              inWords(m_tokens.peek()));
+        fault(
+            FaultCode::kSectionUnclosed, section->keyword,
+            "'}' at the end of the block of " + std::string(section->spelling),
+            inWords(m_tokens.peek()));
         return;
       }
       if (m_tokens.is('(') || atDefinition(section->kind)) {
-        readDefinition(section);
+        readDefinition(*section);
       } else {
         skipStray(section);
       }
@@ -115,10 +123,9 @@ class FileReader {
     m_tokens.take();
   }
 
-  void readDefinition(Section *section) {
-    DefinitionReader reader(section->kind, section->opener == '{', &m_tokens,
-                            &m_reading.faults);
-    section->definitions.push_back(reader.read());
+  void readDefinition(const Section &section) {
+    m_definitions.push_back(
+        m_definition.read(section.kind, section.opener == '{'));
   }
 
   // Whether a definition begins in the stray text of a block.
@@ -134,7 +141,7 @@ class FileReader {
            m_tokens.beginsDefinition(Kind::kObjectClass) ||
            m_tokens.beginsDefinition(Kind::kStorage) ||
            (m_tokens.is('(') && oid.type == Token::Type::kNumber &&
-            oid.text.find('.') != std::string::npos);
+            oid.text.find('.') != oid.text.npos);
   }
 
   // Skips a definition without a section, up to where it ends or the next
@@ -182,6 +189,8 @@ class FileReader {
   const SourceText &m_text;
   StrictTokens m_tokens;
   Reading m_reading;
+  DefinitionReader m_definition;
+  std::vector<Definition> m_definitions;  // of the section that is being read
   int m_strayLine = 0;  // that of the end of the last stray text
 };
 

@@ -3,11 +3,14 @@
 #ifndef SCHEMACHECK_STRICTREADER_H_
 #define SCHEMACHECK_STRICTREADER_H_
 
+#include <forward_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Pool.h"
 #include "SchemaFiles.h"
 #include "SourceText.h"
 
@@ -17,19 +20,19 @@ struct Value {
   enum class Form { kWord, kNumber, kNumberWithLength, kQuoted, kDoubleQuoted };
 
   Form form;
-  std::string text;  // without quotes, otherwise as written; "1.2.3{64}"
-  Span span;         // with the quotes
+  std::string_view text;  // without quotes, otherwise as written; "1.2.3{64}"
+  Span span;              // with the quotes
 };
 
 // One field of a definition: a keyword and its values.
 struct Clause {
   // In upper case if it is a keyword, otherwise as written. Empty for values
   // that stand alone.
-  std::string keyword;
+  std::string_view keyword;
   Span keywordSpan;  // of that; empty, at the first value, without a keyword
   Span span;         // from the keyword to the last value or the ")"
   bool parenthesised = false;  // whether the values stand in parentheses
-  std::vector<Value> values;
+  PoolList<Value> values;
   // Whether definitions of this kind have such a field; all have those whose
   // keywords begin with "X-".
   bool known = false;
@@ -39,7 +42,7 @@ struct Definition {
   Kind kind;
   Span span;  // from "(" to behind ")", or to where it was taken to end
   std::optional<Value> oid;
-  std::vector<Clause> clauses;
+  PoolList<Clause> clauses;
   bool closed = false;  // whether it has its ")"
 
   // The first clause with the keyword, if there is one.
@@ -50,10 +53,11 @@ struct Definition {
 struct Section {
   Kind kind;
   Span keyword;
-  std::string spelling;  // the keyword as written, in whatever case or number
-  char opener = 0;       // '=' or '{'; 0 if neither follows the keyword
-  bool closed = true;    // whether a block has its "}"
-  std::vector<Definition> definitions;
+  // The keyword as written, in whatever case or number.
+  std::string_view spelling;
+  char opener = 0;     // '=' or '{'; 0 if neither follows the keyword
+  bool closed = true;  // whether a block has its "}"
+  PoolList<Definition> definitions;
 };
 
 // Departures from the grammar.
@@ -101,10 +105,21 @@ struct Fault {
 // schema file, and what it holds would fill the memory.
 constexpr std::size_t kMostFaults = 10000;
 
+// What the lists and texts of a reading lie in.
+struct ReadingStore {
+  Pool<Definition> definitions;
+  Pool<Clause> clauses;
+  Pool<Value> values;
+  std::shared_ptr<const std::string> bytes;  // of the file
+  std::forward_list<std::string> texts;      // those that stand nowhere in it
+};
+
+// All that it leads to is valid as long as it is, or what it was moved to.
 struct Reading {
   std::vector<Section> sections;
   std::vector<Fault> faults;  // in the order of their positions
   std::size_t end = 0;        // how far the file was read
+  ReadingStore store;
 };
 
 // Reads a file by the grammar of RFC 4512, sections 4.1.1 and 4.1.2, in

@@ -1,6 +1,8 @@
 #include "StrictScanner.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "StrictGrammar.h"
 
@@ -11,11 +13,11 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kNoWord = "()$'\"{}=# \t\r\n";
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+constexpr bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-bool isLayout(char c) { return isBlank(c) || c == '\r' || c == '\n'; }
+constexpr bool isLayout(char c) { return isBlank(c) || c == '\r' || c == '\n'; }
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // What an apostrophe stands between.
 bool isTextCharacter(char c) {
@@ -23,9 +25,21 @@ bool isTextCharacter(char c) {
          c == '-' || static_cast<unsigned char>(c) >= 128;
 }
 
+// By the byte, whether a word goes on with it.
+constexpr std::array<bool, 256> kGoesOn = [] {
+  std::array<bool, 256> goesOn{};
+  for (std::size_t byte = 0; byte < goesOn.size(); ++byte) {
+    goesOn[byte] = kNoWord.find(static_cast<char>(byte)) == kNoWord.npos;
+  }
+  return goesOn;
+}();
+
 bool isNumber(std::string_view word) {
-  return word.find_first_not_of("0123456789.") == word.npos &&
-         word.find_first_not_of('.') != word.npos;
+  const auto digit =
+      std::find_if(word.begin(), word.end(), [](char c) { return c != '.'; });
+  return digit != word.end() && std::all_of(digit, word.end(), [](char c) {
+           return isDigit(c) || c == '.';
+         });
 }
 
 }  // namespace
@@ -76,6 +90,12 @@ std::size_t StrictScanner::lineEnd(std::size_t offset) const {
                                                          : newline;
 }
 
+// The first line feed from `begin` on; `end` if there is none before that.
+std::size_t StrictScanner::newlineIn(std::size_t begin, std::size_t end) const {
+  const std::size_t newline = m_text.substr(begin, end - begin).find('\n');
+  return newline == m_text.npos ? end : begin + newline;
+}
+
 std::size_t StrictScanner::skipBlanks(std::size_t offset) const {
   while (isBlank(at(offset))) {
     ++offset;
@@ -84,14 +104,25 @@ std::size_t StrictScanner::skipBlanks(std::size_t offset) const {
 }
 
 std::size_t StrictScanner::skipLayout(std::size_t offset) const {
-  while (isLayout(at(offset)) || at(offset) == '#') {
-    offset = at(offset) == '#' ? lineEnd(offset) : offset + 1;
+  while (offset < m_text.size()) {
+    const char c = m_text[offset];
+    if (c == '#') {
+      offset = lineEnd(offset);
+    } else if (isLayout(c)) {
+      ++offset;
+    } else {
+      break;
+    }
   }
-  return std::min(offset, m_text.size());
+  return offset;
 }
 
 std::size_t StrictScanner::wordEnd(std::size_t offset) const {
-  return std::min(m_text.find_first_of(kNoWord, offset), m_text.size());
+  while (offset < m_text.size() &&
+         kGoesOn[static_cast<unsigned char>(m_text[offset])]) {
+    ++offset;
+  }
+  return offset;
 }
 
 std::string_view StrictScanner::wordAt(std::size_t offset) const {
@@ -100,9 +131,14 @@ std::string_view StrictScanner::wordAt(std::size_t offset) const {
 
 Token StrictScanner::finish(Token::Type type, std::size_t end,
                             std::string_view text) {
-  Token token{type, {m_offset, end}, std::string(text), true};
+  const Token token{type, {m_offset, end}, text, true};
   m_offset = end;
   return token;
+}
+
+std::string_view StrictScanner::keep(std::string text) {
+  m_texts.push_front(std::move(text));
+  return m_texts.front();
 }
 
 Token StrictScanner::scanQuoted() {
@@ -122,19 +158,24 @@ Token StrictScanner::scanQuoted() {
 }
 
 void StrictScanner::findStringEnd(std::size_t offset) {
-  for (; offset < m_text.size(); ++offset) {
-    const char c = m_text[offset];
-    if (c == '\'' && !isApostrophe(offset)) {
-      m_stringEnd = offset;
-      m_stringCloses = true;
+  while (true) {
+    const std::size_t quote =
+        std::min(m_text.find('\'', offset), m_text.size());
+    for (std::size_t newline = newlineIn(offset, quote); newline < quote;
+         newline = newlineIn(newline + 1, quote)) {
+      if (beginsGrammar(newline + 1)) {
+        m_stringEnd = newline;
+        m_stringCloses = false;
+        return;
+      }
+    }
+    if (quote == m_text.size() || !isApostrophe(quote)) {
+      m_stringEnd = quote;
+      m_stringCloses = quote < m_text.size();
       return;
     }
-    if (c == '\n' && beginsGrammar(offset + 1)) {
-      break;
-    }
+    offset = quote + 1;
   }
-  m_stringEnd = offset;
-  m_stringCloses = false;
 }
 
 // A keyword directly behind a quote has only lost its blank.
@@ -206,13 +247,20 @@ void StrictScanner::scanLength(Token *number) {
   const bool closed = at(end) == '}';
   if (closed) {
     ++end;
-    number->text.append("{").append(length).append("}");
   } else if (open == m_offset) {
     length = wordAt(open + 1);
     end = open + 1 + length.size();
-    number->text.append("{").append(length);
   } else {
     return;
+  }
+  const std::size_t size = length.size() + (closed ? 2 : 1);
+  if (end == m_offset + size) {
+    number->text = m_text.substr(number->span.begin, end - number->span.begin);
+  } else {
+    number->text = keep(std::string(number->text)
+                            .append("{")
+                            .append(length)
+                            .append(closed ? "}" : ""));
   }
   number->intact = closed && end - open == length.size() + 2 &&
                    !length.empty() &&

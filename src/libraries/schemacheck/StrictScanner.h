@@ -3,8 +3,10 @@
 #define SCHEMACHECK_STRICTSCANNER_H_
 
 #include <cstddef>
+#include <forward_list>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "SourceText.h"
 
@@ -23,8 +25,9 @@ struct Token {
   Type type = Type::kEnd;
   Span span;  // with the quotes, and with the length of a number
   // What is between the quotes, as it is written; of a number without the
-  // blanks before and within the length; otherwise what `span` holds.
-  std::string text;
+  // blanks before and within the length; otherwise what `span` holds. Valid as
+  // long as the text and the scanner are.
+  std::string_view text;
   // False for a quoted string without a closing quote and for a number whose
   // length is not made of a brace, digits and a brace.
   bool intact = true;
@@ -33,7 +36,7 @@ struct Token {
     return type == Type::kCharacter && text[0] == character;
   }
   bool hasLength() const {
-    return type == Type::kNumber && text.find('{') != std::string::npos;
+    return type == Type::kNumber && text.find('{') != text.npos;
   }
 };
 
@@ -57,9 +60,16 @@ class StrictScanner {
   // The next token; at the end of the text, and for every further call, kEnd.
   Token next();
 
+  // Holds a text that stands nowhere in the file as it is.
+  std::string_view keep(std::string text);
+
+  // Hands over the texts held so far. They stay where they are.
+  std::forward_list<std::string> takeTexts() { return std::move(m_texts); }
+
  private:
   char at(std::size_t offset) const;  // '\0' behind the text
   std::size_t lineEnd(std::size_t offset) const;
+  std::size_t newlineIn(std::size_t begin, std::size_t end) const;
   std::size_t skipBlanks(std::size_t offset) const;
   std::size_t skipLayout(std::size_t offset) const;
   std::size_t wordEnd(std::size_t offset) const;
@@ -78,6 +88,7 @@ class StrictScanner {
 
   std::string_view m_text;
   std::size_t m_offset;  // of the byte to be scanned next
+  std::forward_list<std::string> m_texts;
 
   // The end of the string that was looked for last, which is also that of
   // every other string that begins before it: the closing quote, or where the

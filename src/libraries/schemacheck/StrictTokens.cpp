@@ -1,7 +1,6 @@
 #include "StrictTokens.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "StrictGrammar.h"
 
@@ -41,33 +40,30 @@ std::string inWords(const Token &token) {
     case Token::Type::kCharacter:
       break;
   }
-  return "'" + token.text + "'";
+  return "'" + std::string(token.text) + "'";
 }
 
-const Token &StrictTokens::peek(std::size_t i) {
-  while (m_ahead.size() <= i) {
-    m_ahead.push_back(m_stopped ? endToken() : m_scanner.next());
+void StrictTokens::scan() {
+  Token &token = m_ahead[(m_first + m_count++) % m_ahead.size()];
+  if (m_stopped) {
+    token = Token();
+    token.span = {m_textEnd, m_textEnd};
+  } else {
+    token = m_scanner.next();
   }
-  return m_ahead[i];
 }
 
 void StrictTokens::stop() {
   if (!m_stopped) {
     m_stopped = true;
-    m_textEnd = m_ahead.empty() ? m_end : m_ahead.back().span.end;
+    m_textEnd = m_count == 0 ? m_end : peek(m_count - 1).span.end;
   }
 }
 
-Token StrictTokens::endToken() const {
-  Token token;
-  token.span = {m_textEnd, m_textEnd};
-  return token;
-}
-
 Token StrictTokens::take() {
-  peek();
-  Token token = std::move(m_ahead.front());
-  m_ahead.pop_front();
+  const Token token = peek();
+  m_first = (m_first + 1) % m_ahead.size();
+  --m_count;
   m_end = token.span.end;
   return token;
 }
@@ -87,7 +83,7 @@ bool StrictTokens::isKeyword(Kind kind, std::size_t i) {
     return false;
   }
   const auto form = clauseForm(kind, peek(i).text);
-  return form && form->known && form->keyword == peek(i).text;
+  return form && form->known && form->exact;
 }
 
 bool StrictTokens::beginsClause(Kind kind, std::size_t i) {
@@ -98,22 +94,21 @@ bool StrictTokens::beginsClause(Kind kind, std::size_t i) {
   if (!form || !form->known) {
     return false;
   }
-  const bool exact = form->keyword == peek(i).text;
   switch (form->takes) {
     case Takes::kNothing:
-      return exact && !is('$', i + 1);
+      return form->exact && !is('$', i + 1);
     case Takes::kNames:
     case Takes::kExtensions:
     case Takes::kText:
       return isQuoted(i + 1) || is('(', i + 1);
     case Takes::kOids:
-      return is('(', i + 1) || (exact && isWord(i + 1));
+      return is('(', i + 1) || (form->exact && isWord(i + 1));
     case Takes::kOid:
     case Takes::kSyntax:
     case Takes::kNumber:
       break;
   }
-  return exact && isWord(i + 1);
+  return form->exact && isWord(i + 1);
 }
 
 bool StrictTokens::beginsDefinition(Kind kind, std::size_t i) {
@@ -134,7 +129,7 @@ bool StrictTokens::beginsNamedDefinition(std::size_t i) {
   if (!is('(', i) || !isWord(i + 1)) {
     return false;
   }
-  const std::string &keyword = peek(i + 2).text;
+  const std::string_view keyword = peek(i + 2).text;
   return peek(i + 2).type == Token::Type::kWord &&
          (keyword == "NAME" || keyword == "DBNAME") &&
          (isQuoted(i + 3) || is('(', i + 3));

@@ -2,10 +2,12 @@
 #ifndef SCHEMACHECK_STRICTTOKENS_H_
 #define SCHEMACHECK_STRICTTOKENS_H_
 
+#include <array>
 #include <cstddef>
-#include <deque>
+#include <forward_list>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "StrictReader.h"
 #include "StrictScanner.h"
@@ -23,11 +25,22 @@ class StrictTokens {
   explicit StrictTokens(std::string_view text)
       : m_scanner(text), m_textEnd(text.size()) {}
 
-  // The token after `i` others; valid until the next call.
-  const Token &peek(std::size_t i = 0);
+  // The token after `i` others; valid until it is taken.
+  const Token &peek(std::size_t i = 0) {
+    while (m_count <= i) {
+      scan();
+    }
+    return m_ahead[(m_first + i) % m_ahead.size()];
+  }
 
   // Removes the next token.
   Token take();
+
+  // Holds a text for the reader; see StrictScanner.h.
+  std::string_view keep(std::string text) {
+    return m_scanner.keep(std::move(text));
+  }
+  std::forward_list<std::string> takeTexts() { return m_scanner.takeTexts(); }
 
   // Lets the text end behind the tokens that were looked at already.
   void stop();
@@ -63,10 +76,14 @@ class StrictTokens {
   bool beginsSection(std::size_t i = 0);
 
  private:
-  Token endToken() const;
+  void scan();
 
   StrictScanner m_scanner;
-  std::deque<Token> m_ahead;  // scanned and not yet taken
+  // The tokens scanned and not yet taken: how many, and the place of the first.
+  // Those behind it follow, and the last place is followed by the first.
+  std::array<Token, 8> m_ahead;
+  std::size_t m_first = 0;
+  std::size_t m_count = 0;
   bool m_stopped = false;
   std::size_t m_textEnd;
   std::size_t m_end = 0;

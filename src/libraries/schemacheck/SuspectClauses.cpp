@@ -1,15 +1,15 @@
 #include <algorithm>
 #include <initializer_list>
-#include <set>
 #include <string_view>
 
+#include "Finding.h"
 #include "Suspects.h"
 
 namespace schemacheck {
 
 namespace {
 
-bool isOneOf(const std::string &word,
+bool isOneOf(std::string_view word,
              std::initializer_list<std::string_view> words) {
   return std::find(words.begin(), words.end(), word) != words.end();
 }
@@ -23,7 +23,7 @@ class Clauses {
  public:
   explicit Clauses(const Definition &definition) : m_definition(definition) {}
 
-  std::vector<Suspect> run() {
+  SuspectList run() {
     for (std::size_t i = 0; i < m_definition.clauses.size(); ++i) {
       const Clause &clause = m_definition.clauses[i];
       m_next = i + 1 < m_definition.clauses.size()
@@ -33,7 +33,10 @@ class Clauses {
         suspectUnknown(clause);
         continue;
       }
-      if (!m_seen.insert(fieldOf(clause)).second) {
+      if (std::find(m_seen.begin(), m_seen.end(), fieldOf(clause)) ==
+          m_seen.end()) {
+        m_seen.push_back(fieldOf(clause));
+      } else {
         suspectRepeated(clause);
       }
       suspectNames(clause);
@@ -52,31 +55,29 @@ class Clauses {
           break;
       }
     }
-    return m_suspects;
+    return std::move(m_suspects);
   }
 
  private:
   void add(Code code, std::size_t offset, std::string message,
-           std::string field = "",
+           std::string_view field = {},
            std::optional<Code> harmless = std::nullopt) {
-    m_suspects.push_back(
-        {code, offset, std::move(message), std::move(field), harmless});
+    m_suspects.add({code, offset, std::move(message), field, harmless});
   }
 
   void add(Code code, const Clause &clause, std::string message,
-           std::string field = "",
+           std::string_view field = {},
            std::optional<Code> harmless = std::nullopt) {
-    add(code, clause.span.begin, std::move(message), std::move(field),
-        harmless);
+    add(code, clause.span.begin, std::move(message), field, harmless);
   }
 
   void addAlways(Code code, const Clause &clause, std::string message) {
-    m_suspects.push_back(
-        {code, clause.span.begin, std::move(message), "", std::nullopt, true});
+    m_suspects.add(
+        {code, clause.span.begin, std::move(message), {}, std::nullopt, true});
   }
 
   // The three kinds of an object class are one field.
-  static std::string fieldOf(const Clause &clause) {
+  static std::string_view fieldOf(const Clause &clause) {
     return isOneOf(clause.keyword, {"ABSTRACT", "STRUCTURAL", "AUXILIARY"})
                ? "the kind of the object class"
                : clause.keyword;
@@ -84,15 +85,15 @@ class Clauses {
 
   // X- extensions, words that are no field, values that no field takes.
   void suspectUnknown(const Clause &clause) {
-    const std::string what = !clause.keyword.empty() ? clause.keyword
-                             : clause.values.empty()
-                                 ? ""
-                                 : clause.values.front().text;
+    const std::string_view what = !clause.keyword.empty() ? clause.keyword
+                                  : clause.values.empty()
+                                      ? ""
+                                      : clause.values.front().text;
     add(Code::kUnknownField, clause,
         std::string("expected a field of ") +
             (m_definition.kind == Kind::kStorage ? "a " : "an ") +
-            kindName(m_definition.kind) + ", found '" + what + "'",
-        "", Code::kIgnoredField);
+            kindName(m_definition.kind) + ", found " + inQuotes(what),
+        {}, Code::kIgnoredField);
   }
 
   void suspectRepeated(const Clause &clause) {
@@ -104,8 +105,9 @@ class Clauses {
           "expected one superior, found another; written, it takes the place "
           "of the OID");
     } else {
-      addAlways(Code::kRepeatedField, clause,
-                "expected " + fieldOf(clause) + " once, found it again");
+      addAlways(
+          Code::kRepeatedField, clause,
+          "expected " + std::string(fieldOf(clause)) + " once, found it again");
     }
   }
 
@@ -114,7 +116,7 @@ class Clauses {
     if ((clause.keyword == "NAME" || clause.keyword == "DBNAME") &&
         clause.values.empty() && !clause.parenthesised) {
       add(Code::kMissingValue, clause,
-          "expected a name behind " + clause.keyword + ", found " +
+          "expected a name behind " + std::string(clause.keyword) + ", found " +
               nextInWords());
     }
     if (clause.keyword == "NAME" && !endsNames()) {
@@ -140,7 +142,7 @@ class Clauses {
     if (m_next == nullptr) {
       return false;
     }
-    const std::string &word = m_next->keyword;
+    const std::string_view word = m_next->keyword;
     return m_definition.kind == Kind::kObjectClass
                ? isOneOf(word, {"DESC", "STRUCTURAL", "AUXILIARY", "ABSTRACT",
                                 "OBSOLETE", "SUP", "MUST", "MAY"})
@@ -157,7 +159,7 @@ class Clauses {
   }
 
   std::string nextInWords() const {
-    return m_next == nullptr ? "')'" : "'" + m_next->keyword + "'";
+    return m_next == nullptr ? "')'" : inQuotes(m_next->keyword);
   }
 
   void suspectOfType(const Clause &clause) {
@@ -176,7 +178,7 @@ class Clauses {
           clause.values.front().span.begin,
           std::string("expected the OID of a ") +
               (isSuperior ? "superior" : "matching rule") +
-              ", found the name '" + clause.values.front().text + "'",
+              ", found the name " + inQuotes(clause.values.front().text),
           clause.keyword);
     }
   }
@@ -190,11 +192,12 @@ class Clauses {
     for (const Value &value : clause.values) {
       if (isNumber(value) && isBareSuperior) {
         add(Code::kSuperiorByNumber, value.span.begin,
-            "expected the name of an object class, found the OID " + value.text,
+            "expected the name of an object class, found the OID " +
+                std::string(value.text),
             "SUP");
       } else if (isNumber(value)) {
         add(Code::kOidInList, value.span.begin,
-            "expected a name, found the OID " + value.text);
+            "expected a name, found the OID " + std::string(value.text));
       }
     }
     if (!clause.parenthesised && !clause.values.empty() && !isBareSuperior &&
@@ -206,20 +209,20 @@ class Clauses {
   }
 
   const Definition &m_definition;
-  const Clause *m_next = nullptr;  // the clause behind the one looked at
-  std::set<std::string> m_seen;
-  std::vector<Suspect> m_suspects;
+  const Clause *m_next = nullptr;        // the clause behind the one looked at
+  std::vector<std::string_view> m_seen;  // the fields, each once
+  SuspectList m_suspects;
 };
 
 // The keyword of the clause in which a fault lies; empty if it is in none.
-std::string clauseOf(const Definition &definition, const Fault &fault) {
+std::string_view clauseOf(const Definition &definition, const Fault &fault) {
   for (const Clause &clause : definition.clauses) {
     if (clause.span.begin <= fault.at.begin &&
         fault.at.begin <= clause.span.end) {
       return clause.keyword;
     }
   }
-  return "";
+  return {};
 }
 
 Suspect suspectOf(const Fault &fault, const Definition &definition) {
@@ -278,7 +281,7 @@ Suspect suspectOf(const Fault &fault, const Definition &definition) {
 
 std::vector<Suspect> suspectClauses(const StrictFile &file,
                                     const Definition &definition) {
-  std::vector<Suspect> suspects = Clauses(definition).run();
+  SuspectList suspects = Clauses(definition).run();
   const std::vector<Fault> &faults = file.reading.faults;
   auto fault =
       std::lower_bound(faults.begin(), faults.end(), definition.span.begin,
@@ -289,10 +292,10 @@ std::vector<Suspect> suspectClauses(const StrictFile &file,
        ++fault) {
     if (fault->code !=
         FaultCode::kOidMissing) {  // the definition's own finding
-      suspects.push_back(suspectOf(*fault, definition));
+      suspects.add(suspectOf(*fault, definition));
     }
   }
-  return suspects;
+  return suspects.take();
 }
 
 }  // namespace schemacheck

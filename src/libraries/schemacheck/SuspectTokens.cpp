@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "Finding.h"
 #include "StrictGrammar.h"
 #include "StrictScanner.h"
 #include "Suspects.h"
@@ -47,7 +48,7 @@ class Tokens {
       const Token token = scanner.next();
       if (token.type == Token::Type::kEnd ||
           token.span.begin >= definition.span.end) {
-        return m_suspects;
+        return m_suspects.take();
       }
       lookForReturn(definition, before, token.span.begin);
       if (token.intact && token.type != Token::Type::kDoubleQuoted) {
@@ -59,7 +60,7 @@ class Tokens {
 
  private:
   void add(Code code, std::size_t offset, std::string message) {
-    m_suspects.push_back({code, offset, std::move(message)});
+    m_suspects.add({code, offset, std::move(message)});
   }
 
   // A carriage return is a token to the library, and does harm between the
@@ -73,8 +74,8 @@ class Tokens {
     for (const Clause &clause : definition.clauses) {
       if (clause.span.begin <= begin && end <= clause.span.end) {
         add(Code::kCarriageReturn, begin + at,
-            "expected a blank or a line feed within " + clause.keyword +
-                ", found a carriage return");
+            "expected a blank or a line feed within " +
+                std::string(clause.keyword) + ", found a carriage return");
         return;
       }
     }
@@ -93,18 +94,18 @@ class Tokens {
     } else if (token.type == Token::Type::kWord && code != TOK_ID &&
                isValue(token)) {
       add(Code::kQuotedKeyword, token.span.begin,
-          "expected a name that is no keyword, found '" + token.text + "'");
+          "expected a name that is no keyword, found " + inQuotes(token.text));
     } else if (isQuoted && isNumber(code)) {
       add(Code::kQuotedNumber, token.span.begin,
-          "expected another text than that of the number before it, found '" +
-              token.text + "'");
+          "expected another text than that of the number before it, found " +
+              inQuotes(token.text));
     } else if (isQuoted && code != TOK_ID) {
       add(Code::kQuotedKeyword, token.span.begin,
-          "expected a text that is no keyword, found '" + token.text + "'");
+          "expected a text that is no keyword, found " + inQuotes(token.text));
     } else if (token.type == Token::Type::kNumber && code == TOK_ID) {
       add(Code::kQuotedNumber, token.span.begin,
           "expected another number than the text before it, found " +
-              token.text);
+              std::string(token.text));
     }
   }
 
@@ -148,21 +149,21 @@ class Tokens {
           "expected the closing quote on the same line, found the line's end");
     } else if (!isQuoted && c == '\t') {
       add(Code::kTab, at,
-          "expected a blank behind '" + token.text + "', found a tab");
+          "expected a blank behind " + inQuotes(token.text) + ", found a tab");
     } else if (isQuoted) {
       add(Code::kOddCharacter, at,
           "expected printable characters, found a control character");
     } else {
       add(Code::kOddCharacter, at < end ? at : token.span.begin,
-          "expected letters, digits and hyphens after a letter, found '" +
-              token.text + "'");
+          "expected letters, digits and hyphens after a letter, found " +
+              inQuotes(token.text));
     }
   }
 
   std::string_view m_bytes;
   LibraryReader &m_library;
   std::vector<std::size_t> m_values;  // where they begin, ascending
-  std::vector<Suspect> m_suspects;
+  SuspectList m_suspects;
 };
 
 }  // namespace

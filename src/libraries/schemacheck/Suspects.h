@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "FindingCodes.h"
@@ -22,11 +24,34 @@ struct Suspect {
   std::string message;
   // The only field that it can change; none: any of them, and where the
   // definition ends.
-  std::string field{};
+  std::string_view field{};
   // How it is reported where it has done no harm; not at all without a code.
   std::optional<Code> harmless = std::nullopt;
   // Whether it is reported whatever the library has kept.
   bool always = false;
+};
+
+// The findings of one code in a definition. What is damaged beyond that is not
+// a definition any more.
+constexpr std::size_t kMostFindings = 100;
+
+// The suspects of a definition. Of those that are alike but for the place, it
+// holds no more than lead to findings.
+class SuspectList {
+ public:
+  void add(Suspect suspect);
+
+  std::vector<Suspect> take() { return std::move(m_suspects); }
+
+ private:
+  // Suspects that are alike: the first, and how many there are.
+  struct Group {
+    std::size_t first;
+    std::size_t size;
+  };
+
+  std::vector<Suspect> m_suspects;
+  std::vector<Group> m_groups;
 };
 
 // The clauses of a definition that the library is known to read in its own way,

@@ -1,156 +1,171 @@
 #include "Apply.h"
 
-#include <system_error>
-
-#include "Conflicts.h"
-#include "Inventory.h"
-#include "OidList.h"
+#include "Carrying.h"
+#include "Finding.h"
 #include "OutputDirectory.h"
+#include "PlanReport.h"
 #include "ResultCheck.h"
-#include "SchemaManager.h"
 #include "Trouble.h"
 
 namespace fs = std::filesystem;
 
+using schemacheck::SchemaDirectory;
+using schemacheck::Statement;
+using schemacheck::StrictFile;
+using schemaplan::PlannedDefinition;
+
 namespace {
 
-Counts countEntries(const Inventory &inventory) {
+std::size_t &numberIn(Counts *counts, const Statement &statement) {
+  return (*counts)[statement.file->number]
+                  [static_cast<std::size_t>(statement.definition->kind)];
+}
+
+Counts countDefinitions(const SchemaDirectory &directory) {
   Counts counts{};
-  for (const Entry &entry : inventory.entries()) {
-    ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
+  for (const Statement &statement : directory.statements()) {
+    ++numberIn(&counts, statement);
   }
   return counts;
 }
 
-// Writes the files that the library can write, and copies the others from the
-// release.
-void writeFiles(const fs::path &directory, Schemas *schemas) {
-  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
-    const char *name = kSchemaFiles[file].name;
-    const fs::path path = directory / name;
-    std::error_code error;
-    if (kSchemaFiles[file].written) {
-      if (schemas->newSchema()->writeFile(directory.string(), name) != 0) {
-        throw Trouble(errorAt(path, 0, "cannot open the file for writing"));
-      }
-    } else if (schemas->newFiles().hasFile(file)) {
-      fs::copy_file(schemas->newFiles().directory() / name, path, error);
-      if (error) {
-        throw Trouble(errorAt(path, 0, "cannot copy: " + error.message()));
-      }
-    }
+Presence presenceIn(const SchemaDirectory &directory) {
+  Presence presence{};
+  for (const StrictFile &file : directory.files()) {
+    presence[file.number] = true;
   }
+  return presence;
 }
 
-// The inventory of the written files. They are gone when it fails, so the
-// message names them as they would have been called.
-Inventory readBack(const fs::path &working, const fs::path &out) {
-  try {
-    return Inventory(working);
-  } catch (const Trouble &trouble) {
-    std::string text = trouble.what();
-    if (text.rfind(working.string(), 0) == 0) {
-      text.replace(0, working.string().size(), out.string());
-    }
-    throw Trouble(text +
-                  "\nnothing was written; the result would not read back");
+// What is to be said of a definition that the library does not hold under its
+// name, or for storage definitions under its OID; nothing if it does.
+// `consequence`: of one that its OID leads to all the same.
+std::vector<std::string> ignored(const SchemaDirectory &directory,
+                                 const Statement &statement,
+                                 const char *consequence) {
+  const std::string start =
+      statement.place() + ": warning: " + statement.inWords();
+  if (!statement.isEntered()) {
+    return {start + " is ignored: it has no OID"};
   }
+  const Kind kind = statement.definition->kind;
+  const schemacheck::DefinitionIndex &index = directory.index();
+  const Statement *holder = index.holder(kind, statement.key());
+  if (holder == &statement) {
+    return {};
+  }
+  if (kind == Kind::kStorage) {
+    return {start + " is ignored: " + holder->place() +
+            " defines the same OID"};
+  }
+  const std::string reason = holder->place() + " defines the same first name";
+  return {index.withOid(kind, statement.oid()) == &statement
+              ? start + " is found by its OID only: " + reason + consequence
+              : start + " is ignored: " + reason};
 }
 
-// What withdraw() has done, and which file holds a definition all the same.
-std::vector<Withdrawal> withdrawalsIn(const Inventory &written,
-                                      const Schemas &schemas) {
-  std::vector<Withdrawal> withdrawals = schemas.withdrawals();
-  for (Withdrawal &one : withdrawals) {
-    for (const Kind kind : {Kind::kAttributeType, Kind::kObjectClass}) {
-      const Entry *entry = written.firstWithOid(kind, one.oid);
-      if (!one.definition.empty() && entry != nullptr) {
-        one.staysIn = kSchemaFiles[entry->file].name;
-      }
-    }
-  }
-  return withdrawals;
-}
-
-// The definitions that no name leads to. The merge goes by names, so that of
-// the old installation it carries none of these.
-std::vector<std::string> warningsOf(const Schemas &schemas) {
+std::vector<std::string> ignoredIn(const Migration &migration) {
   std::vector<std::string> warnings;
-  const Inventory &oldFiles = schemas.oldFiles();
-  for (const Entry &entry : oldFiles.entries()) {
-    if (!entry.held()) {
-      warnings.push_back(
-          oldFiles.warningOf(entry) +
-          (oldFiles.isFoundByOidOnly(entry) ? "; it is not carried" : ""));
+  const auto take = [&warnings](const std::vector<std::string> &lines) {
+    warnings.insert(warnings.end(), lines.begin(), lines.end());
+  };
+  for (const PlannedDefinition &planned : migration.plan().definitions) {
+    if (planned.verdict != schemaplan::Verdict::kExcluded) {
+      take(ignored(migration.oldDirectory(), *planned.statement,
+                   "; it is not carried"));
     }
   }
-  const std::vector<std::string> ofRelease =
-      schemas.newFiles().ignoredEntries();
-  warnings.insert(warnings.end(), ofRelease.begin(), ofRelease.end());
+  for (const Statement &statement : migration.newDirectory().statements()) {
+    take(ignored(migration.newDirectory(), statement, ""));
+  }
   return warnings;
 }
 
-// Throws Trouble with these lines and an advice, if there are any.
-void requireNone(const std::vector<std::string> &errors, const char *advice) {
-  if (errors.empty()) {
+// Throws Trouble if something stops the migration.
+void requireNoStoppers(const Migration &migration) {
+  const std::vector<schemacheck::Finding> stoppers = migration.stoppers();
+  if (stoppers.empty()) {
     return;
   }
   std::string text;
-  for (const std::string &error : errors) {
+  for (const schemacheck::Finding &finding : stoppers) {
+    text += toText(finding);
+  }
+  throw Trouble(text +
+                "nothing was written; mend the files, list the OIDs of what is "
+                "not to be carried as excluded, or name the codes that are "
+                "acceptable with --accept");
+}
+
+ApplyResult describeInput(const Migration &migration) {
+  ApplyResult result;
+  result.oldRead = countDefinitions(migration.oldDirectory());
+  result.newRead = countDefinitions(migration.newDirectory());
+  result.inOld = presenceIn(migration.oldDirectory());
+  result.inNew = presenceIn(migration.newDirectory());
+  for (const PlannedDefinition &planned : migration.plan().definitions) {
+    ++numberIn(&result.verdicts[static_cast<std::size_t>(planned.verdict)],
+               *planned.statement);
+  }
+  result.warnings = migration.warnings();
+  for (std::string &warning : ignoredIn(migration)) {
+    result.warnings.push_back(std::move(warning));
+  }
+  for (const schemacheck::Finding &breakage : migration.plan().breakages) {
+    std::string text = toText(breakage);
+    text.pop_back();
+    result.warnings.push_back(std::move(text));
+  }
+  return result;
+}
+
+// Reads the result back. It is gone when it is not what it should be, so the
+// message names the files as they would have been called.
+void checkResult(const Migration &migration, const fs::path &working,
+                 const fs::path &out, ApplyResult *result) {
+  const SchemaDirectory written(working);
+  const Losses losses = findLosses(written, migration);
+  std::string text;
+  for (std::string error : losses.errors) {
+    if (error.rfind(working.string(), 0) == 0) {
+      error.replace(0, working.string().size(), out.string());
+    }
     text += error + '\n';
   }
-  throw Trouble(text + "nothing was written; " + advice);
+  if (!text.empty()) {
+    throw Trouble(text +
+                  "nothing was written; the files do not read back as they "
+                  "should; is there room on the disk?");
+  }
+  result->written = countDefinitions(written);
+  findWhatStays(written, &result->withdrawals);
+  result->warnings.insert(result->warnings.end(), losses.warnings.begin(),
+                          losses.warnings.end());
 }
 
 }  // namespace
 
 ApplyResult apply(const ApplyOptions &options) {
-  for (const fs::path &input : {options.oldDirectory, options.newDirectory}) {
+  const MigrationOptions &inputs = options.migration;
+  for (const fs::path &input :
+       {inputs.oldDirectory, inputs.newDirectory,
+        inputs.baseDirectory.value_or(inputs.newDirectory)}) {
     requireOutside(input, options.outDirectory, "a directory");
   }
+  const Migration migration(inputs);
+  requireComplete(migration.plan(), migration.oldDirectory());
+  requireNoStoppers(migration);
+  ApplyResult result = describeInput(migration);
 
-  Schemas schemas(options.oldDirectory, options.newDirectory);
-  if (options.excludedOids) {
-    schemas.readExcludedOids(*options.excludedOids);
-  }
-  if (options.modifiedOids) {
-    readOidList(*options.modifiedOids);  // a bad list is reported first
-  }
-  schemas.compare();
-  requireNone(findConflicts(&schemas),
-              "to leave a definition of the old installation out, list its OID "
-              "in the file of excluded OIDs");
-  schemas.merge();
-  if (options.modifiedOids) {
-    schemas.withdraw(*options.modifiedOids);
-  }
-  requireNone(findUnwritable(schemas), "mend the files of the new release");
-
-  ApplyResult result;
-  result.oldRead = countEntries(schemas.oldFiles());
-  result.newRead = countEntries(schemas.newFiles());
-  for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
-    result.inOld[file] = schemas.oldFiles().hasFile(file);
-    result.inNew[file] = schemas.newFiles().hasFile(file);
-  }
-  for (std::size_t i = 0; i < schemas.fates().size(); ++i) {
-    const Entry &entry = schemas.oldFiles().entries()[i];
-    Counts &counts = result.fates[static_cast<std::size_t>(schemas.fates()[i])];
-    ++counts[entry.file][static_cast<std::size_t>(entry.kind)];
-  }
-  result.warnings = warningsOf(schemas);
+  Carrying carrying(migration);
+  carrying.compare();
+  carrying.merge();
+  carrying.withdraw();
+  result.withdrawals = carrying.withdrawals();
 
   OutputDirectory out(options.outDirectory);
-  writeFiles(out.working(), &schemas);
-  const Inventory written = readBack(out.working(), options.outDirectory);
-  const Losses losses = findLosses(written, &schemas);
-  requireNone(losses.errors,
-              "the files do not read back as they should; is there room on the "
-              "disk?");
-  result.written = countEntries(written);
-  result.withdrawals = withdrawalsIn(written, schemas);
-  result.warnings.insert(result.warnings.end(), losses.warnings.begin(),
-                         losses.warnings.end());
+  carrying.write(out.working());
+  checkResult(migration, out.working(), options.outDirectory, &result);
   out.commit();
   return result;
 }

@@ -5,47 +5,48 @@
 #include <array>
 #include <cstddef>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "Inventory.h"
-#include "Schemas.h"
+#include "Migration.h"
+#include "Withdrawals.h"
 
 struct ApplyOptions {
-  std::filesystem::path oldDirectory;  // the old installation's schema
-  std::filesystem::path newDirectory;  // the new release's
+  MigrationOptions migration;
   std::filesystem::path outDirectory;  // where the result goes
-  std::optional<std::filesystem::path> excludedOids = {};
-  std::optional<std::filesystem::path> modifiedOids = {};
 };
 
 // Definitions of each kind in each file.
 using Counts = std::array<std::array<std::size_t, kKinds>, kSchemaFiles.size()>;
 
+// The files that a directory has.
+using Presence = std::array<bool, kSchemaFiles.size()>;
+
 struct ApplyResult {
-  // Of the old installation: the definitions read, and how many met each fate.
+  // Of the old installation: the definitions, and how many met each verdict.
   Counts oldRead{};
-  std::array<Counts, kFates> fates{};
+  std::array<Counts, schemaplan::kVerdicts> verdicts{};
   // Of the release, and of the result.
   Counts newRead{};
   Counts written{};
-  // The files that each directory has.
-  std::array<bool, kSchemaFiles.size()> inOld{};
-  std::array<bool, kSchemaFiles.size()> inNew{};
+  Presence inOld{};
+  Presence inNew{};
   // What became of the OIDs of the list of modified ones.
   std::vector<Withdrawal> withdrawals;
-  // What the user should know, a line each: "FILE:LINE: warning: MESSAGE".
+  // What the user should know, in lines.
   std::vector<std::string> warnings;
 };
 
-// Carries the old installation's schema into the release's and writes the
-// result: reads both, leaves out what is excluded or what the release has,
-// merges the rest, withdraws what is modified, writes the files that the
-// library can write, copies the others from the release, and reads the result
-// back to see that it holds what it should. Throws Trouble when anything is
-// wrong; the output directory is then as it was before. The input directories
-// are only read.
+// Carries the old installation's schema into the release's as it is planned,
+// and writes the result: refuses if there are errors that are not accepted, has
+// the library read, compare, merge and withdraw, sees that it has done what was
+// planned, writes the files that the library can write, copies the others from
+// the release, and reads the result back to see that it holds what it should.
+//
+// Throws Trouble when anything is wrong, and InternalError when the library has
+// done something else than planned; the output directory is then as it was
+// before. The input directories are only read.
 ApplyResult apply(const ApplyOptions &options);
 
 #endif  // SCHEMA_MIGRATE_APPLY_H_

@@ -5,8 +5,8 @@
 #include "SchemaManager.h"
 
 bool printCollisions(Schemas *schemas, std::ostream *out) {
-  schemas->compare();
   SchemaManager &colliding = *schemas->oldSchema();
+  colliding.compSchemas(schemas->newSchema());
   colliding.checkCollisions(schemas->newSchema());
   *out << colliding.getOcTable() << colliding.getAttrTable()
        << colliding.getQORAttrTable();

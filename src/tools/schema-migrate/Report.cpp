@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+using schemaplan::Verdict;
+
 namespace {
 
 constexpr int kFileWidth = 18;
@@ -62,8 +64,7 @@ void printTable(const std::vector<Column> &columns, std::ostream *out) {
   printRow("all", "", cells, out);
 }
 
-void printMissing(const std::array<bool, kSchemaFiles.size()> &present,
-                  std::ostream *out) {
+void printMissing(const Presence &present, std::ostream *out) {
   std::string names;
   for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
     if (!present[file]) {
@@ -81,6 +82,9 @@ std::string inWords(const Withdrawal &one) {
   }
   const std::string what =
       one.definition + (one.hasStorage ? " with its storage definition" : "");
+  if (one.isLeft) {
+    return what + " is not carried: the release lacks it";
+  }
   const std::string file = kSchemaFiles[schemacheck::kModifiedSchema].name;
   if (one.staysIn.empty()) {
     return what + " was withdrawn";
@@ -91,28 +95,51 @@ std::string inWords(const Withdrawal &one) {
          " stays in " + one.staysIn;
 }
 
+// Not every migration has definitions of each of these verdicts.
+const char *columnOf(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kReplaces:
+      return "replaced";
+    case Verdict::kBlocked:
+      return "left out";
+    default:
+      return verdictName(verdict);
+  }
+}
+
+bool isAlwaysShown(Verdict verdict) {
+  return verdict == Verdict::kIdentical || verdict == Verdict::kExcluded ||
+         verdict == Verdict::kAdded || verdict == Verdict::kReplaces;
+}
+
+std::vector<Column> columnsOf(const ApplyResult &result) {
+  std::vector<Column> columns = {{"read", &result.oldRead}};
+  for (const Verdict verdict :
+       {Verdict::kIdentical, Verdict::kExcluded, Verdict::kAdded,
+        Verdict::kReplaces, Verdict::kWithdrawn, Verdict::kShadowed,
+        Verdict::kBlocked}) {
+    const Counts &counts = result.verdicts[static_cast<std::size_t>(verdict)];
+    if (isAlwaysShown(verdict) || counts != Counts{}) {
+      columns.push_back({columnOf(verdict), &counts});
+    }
+  }
+  return columns;
+}
+
 }  // namespace
 
 void printReport(const ApplyOptions &options, const ApplyResult &result,
                  std::ostream *out) {
-  const auto fate = [&result](Fate which) {
-    return &result.fates[static_cast<std::size_t>(which)];
-  };
-  *out << "old installation: " << options.oldDirectory.string() << '\n';
+  const MigrationOptions &inputs = options.migration;
+  *out << "old installation: " << inputs.oldDirectory.string() << '\n';
   printMissing(result.inOld, out);
-  printTable({{"read", &result.oldRead},
-              {"identical", fate(Fate::kIdentical)},
-              {"excluded", fate(Fate::kExcluded)},
-              {"added", fate(Fate::kAdded)},
-              {"replaced", fate(Fate::kReplaced)},
-              {"ignored", fate(Fate::kRepeated)}},
-             out);
-  *out << "\nnew release: " << options.newDirectory.string() << '\n';
+  printTable(columnsOf(result), out);
+  *out << "\nnew release: " << inputs.newDirectory.string() << '\n';
   printMissing(result.inNew, out);
   *out << "result: " << options.outDirectory.string() << '\n';
   printTable({{"release", &result.newRead}, {"result", &result.written}}, out);
-  if (options.modifiedOids) {
-    *out << "\nmodified schema: " << options.modifiedOids->string() << '\n'
+  if (inputs.modifiedOids) {
+    *out << "\nmodified schema: " << inputs.modifiedOids->string() << '\n'
          << (result.withdrawals.empty() ? "  no OID in the list\n" : "");
   }
   for (const Withdrawal &one : result.withdrawals) {

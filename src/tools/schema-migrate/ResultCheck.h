@@ -2,26 +2,26 @@
 #ifndef SCHEMA_MIGRATE_RESULTCHECK_H_
 #define SCHEMA_MIGRATE_RESULTCHECK_H_
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "Inventory.h"
-#include "Schemas.h"
+#include "Migration.h"
+#include "SchemaDirectory.h"
 
-// Definitions of a result that the written files do not hold, a line each:
+// How the files differ from what was planned, a line each:
 // "FILE:LINE: error: MESSAGE" and "FILE:LINE: warning: MESSAGE".
 struct Losses {
-  // Lost by the migration.
+  // Lost or changed by the migration.
   std::vector<std::string> errors;
   // Lost because the release's own files contradict themselves: rewriting them
   // loses the same without a migration.
   std::vector<std::string> warnings;
 };
 
-// Compares the result of a merge, definition by definition and field by field,
-// with what is read back from `written`, the inventory of the directory that it
-// was written to.
-Losses findLosses(const Inventory &written, Schemas *schemas);
+// Reads `written`, the directory that the result of a migration was written to,
+// with the library, too, and compares it definition by definition and field by
+// field with what is planned.
+Losses findLosses(const schemacheck::SchemaDirectory &written,
+                  const Migration &migration);
 
 #endif  // SCHEMA_MIGRATE_RESULTCHECK_H_

@@ -16,6 +16,12 @@ class Trouble : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// What cannot be: the command has a fault. what() is a line for the user.
+class InternalError : public std::logic_error {
+ public:
+  using std::logic_error::logic_error;
+};
+
 // "FILE: error: MESSAGE", or with the line if it is positive.
 inline std::string errorAt(const std::filesystem::path &file, int line,
                            const std::string &message) {

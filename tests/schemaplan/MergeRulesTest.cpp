@@ -1,52 +1,26 @@
-#include "MergeChecks.h"
-
+// What stands against carrying definitions.
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
-#include "CheckTesting.h"
-#include "SchemaDirectory.h"
-
-using schemacheck::checkMerge;
-using schemacheck::SchemaDirectory;
+#include "PlanTesting.h"
 
 namespace {
 
-// Definitions of an attribute type, an object class and a storage definition.
-std::string type(const std::string &oid, const std::string &name,
-                 const std::string &description = "x") {
-  return "attributetypes=( " + oid + " NAME '" + name + "' DESC '" +
-         description + "' )\n";
-}
+class MergeRulesTest : public PlanTest,
+                       public testing::WithParamInterface<CheckCase> {};
 
-std::string objectClass(const std::string &oid, const std::string &name,
-                        const std::string &kind = "ABSTRACT") {
-  return "objectclasses=( " + oid + " NAME '" + name + "' " + kind + " )\n";
-}
-
-std::string storage(const std::string &oid, const std::string &length = "4") {
-  return "QORAttributetypes=( " + oid + " LENGTH " + length + " )\n";
-}
-
-class MergeChecksTest : public CheckTest,
-                        public testing::WithParamInterface<CheckCase> {
- protected:
-  std::string found(const std::set<std::string> &excludedOids) const {
-    return textOf(checkMerge(SchemaDirectory(path("old")),
-                             SchemaDirectory(path("new")), excludedOids));
-  }
-};
-
-TEST_P(MergeChecksTest, Finds) {
+TEST_P(MergeRulesTest, Finds) {
   write(GetParam().files);
-  EXPECT_EQ(found({}), GetParam().text);
+  EXPECT_EQ(stoppers(), GetParam().text);
 }
 
 // Each of the definitions that are found has one of these.
-TEST_P(MergeChecksTest, FindsNothingThatIsExcluded) {
+TEST_P(MergeRulesTest, FindsNothingThatIsExcluded) {
   write(GetParam().files);
-  EXPECT_EQ(found({"1.1", "1.2", "2.1"}), "");
+  schemaplan::Rules rules;
+  rules.excludedOids = {"", "1.1", "1.2", "2.1"};
+  EXPECT_EQ(stoppers(rules), "");
 }
 
 const Files kRelease = {
@@ -138,6 +112,15 @@ const CheckCase kNames[] = {
      "be carried\n"
      "objectclasses=( 2.1 NAME 'TOP' ABSTRACT )\n"
      "                ^\n"},
+    {"TypeThatTheReleaseHasTwice",
+     {{"old/V3.user.at", type("1.1", "a", "y")},
+      {"new/V3.user.at", type("1.1", "a") + type("1.0", "A")}},
+     "./old/V3.user.at:1:27: error: [NAME-OTHER-OID] expected one definition "
+     "of the name in the release, found ./new/V3.user.at:1, attribute type 'a' "
+     "(1.1), and ./new/V3.user.at:2, attribute type 'A' (1.0), which may come "
+     "before this one in the result; the attribute type cannot be carried\n"
+     "attributetypes=( 1.1 NAME 'a' DESC 'y' )\n"
+     "                          ^\n"},
     {"TypeThatIsInConfigAt",
      {{"old/V3.user.at", type("1.1", "a", "y")},
       {"new/V3.config.at", type("1.1", "a", "x")}},
@@ -205,6 +188,12 @@ const CheckCase kOids[] = {
      "object class 'k' (1.1); the attribute type cannot be carried\n"
      "attributetypes=( 1.1 NAME 'b' DESC 'x' )\n"
      "                 ^\n"},
+    {"NamelessClass",
+     with({{"old/V3.user.oc", "objectclasses=( 2.1 ABSTRACT )\n"}}),
+     "./old/V3.user.oc:1:17: error: [NAMELESS-CLASS] expected a name of the "
+     "object class, found none; the object class cannot be carried\n"
+     "objectclasses=( 2.1 ABSTRACT )\n"
+     "                ^\n"},
     {"StorageWithoutType",
      with({{"old/V3.system.at", storage("1.1")},
            {"old/V3.user.oc", objectClass("1.1", "k")}}),
@@ -215,13 +204,13 @@ const CheckCase kOids[] = {
      "                    ^\n"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Nothing, MergeChecksTest, testing::ValuesIn(kClean),
+INSTANTIATE_TEST_SUITE_P(Nothing, MergeRulesTest, testing::ValuesIn(kClean),
                          nameOf);
-INSTANTIATE_TEST_SUITE_P(NotMergeable, MergeChecksTest,
+INSTANTIATE_TEST_SUITE_P(NotMergeable, MergeRulesTest,
                          testing::ValuesIn(kNotMergeable), nameOf);
-INSTANTIATE_TEST_SUITE_P(Names, MergeChecksTest, testing::ValuesIn(kNames),
+INSTANTIATE_TEST_SUITE_P(Names, MergeRulesTest, testing::ValuesIn(kNames),
                          nameOf);
-INSTANTIATE_TEST_SUITE_P(Oids, MergeChecksTest, testing::ValuesIn(kOids),
+INSTANTIATE_TEST_SUITE_P(Oids, MergeRulesTest, testing::ValuesIn(kOids),
                          nameOf);
 
 }  // namespace

@@ -1,0 +1,241 @@
+#include "Breakages.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+#include "Cycles.h"
+
+namespace schemaplan {
+
+using schemacheck::Code;
+using schemacheck::DefinitionIndex;
+using schemacheck::Finding;
+using schemacheck::inWordsWithPlace;
+using schemacheck::Kind;
+using schemacheck::kindName;
+using schemacheck::lowerCase;
+using schemacheck::Statement;
+using schemacheck::Value;
+
+namespace {
+
+// A cycle is shown up to this many definitions.
+constexpr std::size_t kLongestCycle = 5;
+
+// The first value of the field that is this one in any case; null if none is.
+const Value *find(const Statement &statement, const char *keyword,
+                  std::string_view text) {
+  for (const Value *value : statement.valuesOf(keyword)) {
+    if (schemacheck::isSameInAnyCase(value->text, text)) {
+      return value;
+    }
+  }
+  return nullptr;
+}
+
+// The definition of the directory that has the place of one of the result.
+const Statement *sameIn(const Installation &side, const Statement &statement) {
+  return side.directory.index().holder(statement.definition->kind,
+                                       statement.key());
+}
+
+class Breakages {
+ public:
+  Breakages(const Installation &old, const Installation &release,
+            const std::vector<SidedDefinition> &result)
+      : m_sides{&old, &release}, m_result(result) {
+    for (const SidedDefinition &one : result) {
+      m_index.add(*one.statement);
+    }
+  }
+
+  std::vector<Finding> find() {
+    for (const SidedDefinition &one : m_result) {
+      const Statement &statement = *one.statement;
+      switch (statement.definition->kind) {
+        case Kind::kAttributeType:
+          checkReferences(one, "SUP", Kind::kAttributeType);
+          checkShared(statement, "NAME");
+          break;
+        case Kind::kObjectClass:
+          checkReferences(one, "SUP", Kind::kObjectClass);
+          checkReferences(one, "MUST", Kind::kAttributeType);
+          checkReferences(one, "MAY", Kind::kAttributeType);
+          checkShared(statement, "NAME");
+          break;
+        case Kind::kStorage:
+          checkShared(statement, "DBNAME");
+          break;
+      }
+    }
+    checkCycles();
+    return std::move(m_findings);
+  }
+
+ private:
+  void add(Code code, const Statement &at, const Value &value,
+           const std::string &message) {
+    m_findings.push_back(
+        findingAt(code, at.file->text, value.span.begin, message));
+  }
+
+  // Whether one of the sides holds what this asks for by itself.
+  template <class Question>
+  bool isSoAlone(const Question &question) const {
+    return std::any_of(
+        std::begin(m_sides), std::end(m_sides),
+        [&](const Installation *side) { return question(*side); });
+  }
+
+  void checkReferences(const SidedDefinition &one, const char *keyword,
+                       Kind kind) {
+    const Statement &statement = *one.statement;
+    for (const Value *value : statement.valuesOf(keyword)) {
+      if (m_index.target(kind, value->text) != nullptr) {
+        continue;
+      }
+      const auto isMissing = [&](const Installation &side) {
+        const Statement *same = sameIn(side, statement);
+        return same != nullptr &&
+               schemaplan::find(*same, keyword, value->text) != nullptr &&
+               side.directory.index().target(kind, value->text) == nullptr;
+      };
+      if (isSoAlone(isMissing)) {
+        continue;
+      }
+      const bool isSuperior = std::string_view(keyword) == "SUP";
+      add(isSuperior ? Code::kUndefinedSuperior : Code::kUndefinedAttribute,
+          statement, *value,
+          std::string("expected the ") +
+              (isSuperior ? "superior '" : "attribute '") +
+              std::string(value->text) +
+              "' in the result, found none; it would be that at " +
+              inWordsWithPlace(
+                  *one.side->directory.index().target(kind, value->text)));
+    }
+  }
+
+  // Names or columns that another definition of the kind has, too.
+  void checkShared(const Statement &statement, const char *keyword) {
+    const bool isColumn = std::string_view(keyword) == "DBNAME";
+    for (const Value *value : statement.valuesOf(keyword)) {
+      const Statement *first = firstWith(statement, isColumn, *value);
+      if (first == &statement) {
+        continue;
+      }
+      const auto isShared = [&](const Installation &side) {
+        for (const Statement *one : {first, &statement}) {
+          const Statement *same = sameIn(side, *one);
+          if (same == nullptr ||
+              schemaplan::find(*same, keyword, value->text) == nullptr) {
+            return false;
+          }
+        }
+        return true;
+      };
+      if (!isSoAlone(isShared)) {
+        add(isColumn ? Code::kSharedColumn : Code::kNameTwice, statement,
+            *value,
+            std::string("expected a ") + (isColumn ? "column" : "name") +
+                " of its own in the result, found '" +
+                std::string(value->text) + "', which " +
+                inWordsWithPlace(*first) + " has, too");
+      }
+    }
+  }
+
+  const Statement *firstWith(const Statement &statement, bool isColumn,
+                             const Value &value) {
+    if (isColumn) {
+      return m_firstWithColumn.try_emplace(lowerCase(value.text), &statement)
+          .first->second;
+    }
+    return m_index.withName(statement.definition->kind, value.text);
+  }
+
+  void checkCycles() {
+    std::unordered_map<const Statement *, std::size_t> numbers;
+    for (const SidedDefinition &one : m_result) {
+      numbers.emplace(one.statement, numbers.size());
+    }
+    schemacheck::Graph superiors(m_result.size());
+    for (std::size_t i = 0; i < m_result.size(); ++i) {
+      const Statement &statement = *m_result[i].statement;
+      for (const Value *value : statement.valuesOf("SUP")) {
+        const Statement *superior =
+            m_index.target(statement.definition->kind, value->text);
+        if (superior != nullptr) {
+          superiors[i].push_back(numbers.at(superior));
+        }
+      }
+    }
+    for (const std::vector<std::size_t> &cycle :
+         schemacheck::findCycles(superiors)) {
+      checkCycle(cycle);
+    }
+  }
+
+  void checkCycle(const std::vector<std::size_t> &cycle) {
+    std::vector<const Statement *> way;
+    for (const std::size_t number : cycle) {
+      way.push_back(m_result[number].statement);
+    }
+    way.push_back(way.front());
+    const auto isClosed = [&way](const Installation &side) {
+      for (std::size_t i = 1; i < way.size(); ++i) {
+        if (superiorTo(side.directory.index(), sameIn(side, *way[i - 1]),
+                       *way[i]) == nullptr) {
+          return false;
+        }
+      }
+      return true;
+    };
+    if (isSoAlone(isClosed)) {
+      return;
+    }
+    std::string names = "'" + way.front()->firstName() + "'";
+    for (std::size_t i = 1; i + 1 < way.size() && i < kLongestCycle; ++i) {
+      names += " SUP '" + way[i]->firstName() + "', " + way[i]->place();
+    }
+    names += way.size() > kLongestCycle + 1 ? " SUP ..." : "";
+    add(Code::kSuperiorCycle, *way[0], *superiorTo(m_index, way[0], *way[1]),
+        "expected a superior that does not lead back in the result, found " +
+            names + " SUP '" + way.front()->firstName() + "'");
+  }
+
+  // The value of `statement` that leads to a definition with the key of
+  // `superior`; null if there is none.
+  static const Value *superiorTo(const DefinitionIndex &index,
+                                 const Statement *statement,
+                                 const Statement &superior) {
+    if (statement == nullptr) {
+      return nullptr;
+    }
+    for (const Value *value : statement->valuesOf("SUP")) {
+      const Statement *target =
+          index.target(statement->definition->kind, value->text);
+      if (target != nullptr && target->key() == superior.key()) {
+        return value;
+      }
+    }
+    return nullptr;
+  }
+
+  const Installation *const m_sides[2];
+  const std::vector<SidedDefinition> &m_result;
+  DefinitionIndex m_index;  // of the result
+  std::unordered_map<std::string, const Statement *> m_firstWithColumn;
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace
+
+std::vector<Finding> findBreakages(const Installation &old,
+                                   const Installation &release,
+                                   const std::vector<SidedDefinition> &result) {
+  return Breakages(old, release, result).find();
+}
+
+}  // namespace schemaplan

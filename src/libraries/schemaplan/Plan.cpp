@@ -1,0 +1,77 @@
+#include "Plan.h"
+
+#include <algorithm>
+
+namespace schemaplan {
+
+using schemacheck::Code;
+using schemacheck::Finding;
+using schemacheck::Statement;
+
+const char *verdictName(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kIdentical:
+      return "identical";
+    case Verdict::kExcluded:
+      return "excluded";
+    case Verdict::kShadowed:
+      return "shadowed";
+    case Verdict::kWithdrawn:
+      return "withdrawn";
+    case Verdict::kAdded:
+      return "added";
+    case Verdict::kReplaces:
+      return "replaces the release's";
+    case Verdict::kBlocked:
+      break;
+  }
+  return "cannot be carried";
+}
+
+Finding notRead(const Statement &statement) {
+  return findingAt(
+      Code::kUnreadable, statement.file->text, statement.definition->span.begin,
+      "expected " + statement.inWords() +
+          ", found that the library does not read it as it stands");
+}
+
+VerdictCounts Plan::counts() const {
+  VerdictCounts counts{};
+  for (const PlannedDefinition &planned : definitions) {
+    ++counts[static_cast<std::size_t>(planned.statement->definition->kind)]
+            [static_cast<std::size_t>(planned.verdict)];
+  }
+  return counts;
+}
+
+bool Plan::isMerged(const PlannedDefinition &planned) const {
+  return planned.verdict == Verdict::kAdded ||
+         planned.verdict == Verdict::kReplaces ||
+         (isWithdrawnByLibrary(planned) && !planned.changes.empty());
+}
+
+bool Plan::changesAnything() const {
+  return std::any_of(definitions.begin(), definitions.end(),
+                     [this](const PlannedDefinition &planned) {
+                       return isMerged(planned) ||
+                              isWithdrawnByLibrary(planned);
+                     });
+}
+
+// What the release lacks is not carried, and then there is nothing to withdraw.
+bool Plan::isWithdrawnByLibrary(const PlannedDefinition &planned) const {
+  return planned.verdict == Verdict::kWithdrawn &&
+         excludedOids.count(planned.statement->oid()) == 0;
+}
+
+std::vector<Finding> Plan::stoppers() const {
+  std::vector<Finding> findings;
+  for (const PlannedDefinition &planned : definitions) {
+    if (planned.stops) {
+      findings.push_back(*planned.obstacle);
+    }
+  }
+  return findings;
+}
+
+}  // namespace schemaplan

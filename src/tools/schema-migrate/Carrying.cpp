@@ -1,0 +1,176 @@
+#include "Carrying.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+#include <system_error>
+
+#include "Inventory.h"
+#include "OidList.h"
+#include "Trouble.h"
+
+namespace fs = std::filesystem;
+
+using schemacheck::SchemaDirectory;
+using schemacheck::Statement;
+using schemacheck::StrictFile;
+using schemaplan::PlannedDefinition;
+
+namespace {
+
+// A list of OIDs for the library, which reads such from files only. It is in
+// memory, and gone with this.
+class ListInMemory {
+ public:
+  explicit ListInMemory(const std::set<std::string> &oids)
+      : m_descriptor(memfd_create("oids", MFD_CLOEXEC)) {
+    std::string text;
+    for (const std::string &oid : oids) {
+      text += oid + '\n';
+    }
+    std::size_t written = 0;
+    while (m_descriptor != -1 && written < text.size()) {
+      const ssize_t length =
+          ::write(m_descriptor, text.data() + written, text.size() - written);
+      if (length <= 0) {
+        break;
+      }
+      written += static_cast<std::size_t>(length);
+    }
+    if (m_descriptor == -1 || written < text.size()) {
+      const std::string reason = std::generic_category().message(errno);
+      release();
+      throw Trouble("error: cannot make a list of OIDs: " + reason);
+    }
+  }
+  ~ListInMemory() { release(); }
+
+  ListInMemory(const ListInMemory &) = delete;
+  ListInMemory &operator=(const ListInMemory &) = delete;
+
+  // Valid as long as this object is.
+  std::string path() const {
+    return "/proc/self/fd/" + std::to_string(m_descriptor);
+  }
+
+ private:
+  void release() {
+    if (m_descriptor != -1) {
+      close(m_descriptor);
+    }
+  }
+
+  const int m_descriptor;
+};
+
+// Whether the schema's table of the kind holds something under the key.
+bool holds(const SchemaManager &schema, const Statement &statement) {
+  const std::string key = statement.key();
+  switch (statement.definition->kind) {
+    case Kind::kAttributeType:
+      return schema.attributeTypes().count(key) != 0;
+    case Kind::kObjectClass:
+      return schema.objectClasses().count(key) != 0;
+    case Kind::kStorage:
+      break;
+  }
+  return schema.storageDefinitions().count(key) != 0;
+}
+
+// Reads the schema files that a directory has into `schema`, which is one for
+// that directory. Throws Trouble when one cannot be read.
+void readFiles(const SchemaDirectory &directory, SchemaManager *schema) {
+  for (const StrictFile &file : directory.files()) {
+    if (schema->readFile(kSchemaFiles[file.number].name) != 0) {
+      throw Trouble(errorAt(file.text.name(), 0,
+                            "cannot read the file; was it changed just now?"));
+    }
+  }
+}
+
+}  // namespace
+
+Carrying::Carrying(const Migration &migration)
+    : m_migration(migration),
+      m_old(migration.options().oldDirectory.string()),
+      m_new(migration.options().newDirectory.string()) {
+  readFiles(migration.oldDirectory(), &m_old);
+  readFiles(migration.newDirectory(), &m_new);
+  readExcludedOids();
+}
+
+void Carrying::readExcludedOids() {
+  const std::set<std::string> &oids = m_migration.plan().excludedOids;
+  if (oids.empty()) {
+    return;
+  }
+  const ListInMemory list(oids);
+  if (m_old.readExcludedOids(list.path()) != 0) {
+    throw Trouble("error: cannot read the list of excluded OIDs back");
+  }
+}
+
+// Whether the library has it in a table, and not another one in its place.
+bool Carrying::isHeld(const Statement &statement) const {
+  return m_migration.oldDirectory().index().holder(
+             statement.definition->kind, statement.key()) == &statement;
+}
+
+void Carrying::compare() {
+  if (m_old.compSchemas(&m_new) == 0) {
+    throw Trouble("error: the comparison of the two schemas failed");
+  }
+  for (const PlannedDefinition &planned : m_migration.plan().definitions) {
+    const bool isToBeCarried = m_migration.plan().isMerged(planned);
+    const Statement &statement = *planned.statement;
+    if (isHeld(statement) && holds(m_old, statement) != isToBeCarried) {
+      throw InternalError(statement.place() + ": " + statement.inWords() +
+                          (isToBeCarried
+                               ? " is planned to be carried, and is not"
+                               : " would be carried, and is not planned to "
+                                 "be"));
+    }
+  }
+}
+
+void Carrying::merge() {
+  if (m_new.mergeSchemas(&m_old) == 0) {
+    throw InternalError("the merge of the two schemas failed");
+  }
+}
+
+void Carrying::withdraw() {
+  if (!m_migration.options().modifiedOids) {
+    return;
+  }
+  m_withdrawals =
+      withdrawalsFrom(m_new, m_migration.newDirectory(),
+                      readOidList(*m_migration.options().modifiedOids));
+  findWhatIsLeft(m_migration.plan(), &m_withdrawals);
+  const fs::path &list = *m_migration.options().modifiedOids;
+  if (m_new.modifySchema(list.string()) != 0) {
+    throw Trouble(errorAt(list, 0, "cannot open the file"));
+  }
+}
+
+void Carrying::write(const fs::path &directory) {
+  for (const schemacheck::SchemaFile &file : kSchemaFiles) {
+    if (file.written && m_new.writeFile(directory.string(), file.name) != 0) {
+      throw Trouble(errorAt(directory / file.name, 0,
+                            "cannot open the file for writing"));
+    }
+  }
+  for (const StrictFile &file : m_migration.newDirectory().files()) {
+    if (kSchemaFiles[file.number].written) {
+      continue;
+    }
+    const fs::path path = directory / kSchemaFiles[file.number].name;
+    std::error_code error;
+    fs::copy_file(file.text.name(), path, error);
+    if (error) {
+      throw Trouble(errorAt(path, 0, "cannot copy: " + error.message()));
+    }
+  }
+}

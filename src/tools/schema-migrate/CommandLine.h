@@ -1,0 +1,53 @@
+// The command line of schema-migrate.
+#ifndef SCHEMA_MIGRATE_COMMANDLINE_H_
+#define SCHEMA_MIGRATE_COMMANDLINE_H_
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+
+#include "Commands.h"
+
+// Knows the commands and their options; fills in what the arguments say, and
+// runs the command that they name.
+class CommandLine {
+ public:
+  CommandLine();
+
+  // Does what the arguments say, and returns the exit status. Throws Trouble
+  // when the command does, and when the output cannot be written.
+  int run(int argc, char **argv);
+
+ private:
+  using Run = int (*)(const Options &);
+
+  void addApply();
+  void addCheck();
+  void addCollisions();
+  void addCompare();
+  void addDump();
+  void addPlan();
+  void addShow();
+
+  // `found`: what the exit status 1 says, for the help; null if the command
+  // never has it.
+  CLI::App *add(const std::string &name, const std::string &description,
+                const std::string &example, Run action,
+                const char *found = nullptr);
+
+  // Options that several commands have.
+  void addTrace(CLI::App *command);
+  void addBoth(CLI::App *command);
+  void addPlanning(CLI::App *command);
+  void addSizeLimit(CLI::App *command);
+
+  void requireCommand(const std::string &word) const;
+  void requireSense() const;
+  int runTraced();
+
+  CLI::App m_app;
+  Options m_options;
+  Run m_run = nullptr;
+};
+
+#endif  // SCHEMA_MIGRATE_COMMANDLINE_H_
