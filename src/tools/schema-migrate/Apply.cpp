@@ -1,9 +1,10 @@
 #include "Apply.h"
 
-#include <system_error>
-
 #include "Conflicts.h"
+#include "Disk.h"
+#include "FormerDirectory.h"
 #include "Inventory.h"
+#include "Manifest.h"
 #include "OidList.h"
 #include "OutputDirectory.h"
 #include "ResultCheck.h"
@@ -28,33 +29,49 @@ void writeFiles(const fs::path &directory, Schemas *schemas) {
   for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
     const char *name = kSchemaFiles[file].name;
     const fs::path path = directory / name;
-    std::error_code error;
     if (kSchemaFiles[file].written) {
       if (schemas->newSchema()->writeFile(directory.string(), name) != 0) {
         throw Trouble(errorAt(path, 0, "cannot open the file for writing"));
       }
     } else if (schemas->newFiles().hasFile(file)) {
-      fs::copy_file(schemas->newFiles().directory() / name, path, error);
-      if (error) {
-        throw Trouble(errorAt(path, 0, "cannot copy: " + error.message()));
-      }
+      copyFile(schemas->newFiles().directory() / name, path);
     }
   }
 }
 
-// The inventory of the written files. They are gone when it fails, so the
-// message names them as they would have been called.
-Inventory readBack(const fs::path &working, const fs::path &out) {
+// The inventory of the written files.
+Inventory readBack(const fs::path &working) {
   try {
     return Inventory(working);
   } catch (const Trouble &trouble) {
-    std::string text = trouble.what();
-    if (text.rfind(working.string(), 0) == 0) {
-      text.replace(0, working.string().size(), out.string());
-    }
-    throw Trouble(text +
+    throw Trouble(std::string(trouble.what()) +
                   "\nnothing was written; the result would not read back");
   }
+}
+
+// What names files of the working directory, which is gone when it is read,
+// names them as they would have been called.
+std::string asInOutput(std::string text, const fs::path &working,
+                       const fs::path &out) {
+  for (std::size_t at = text.find(working.string()); at != std::string::npos;
+       at = text.find(working.string(), at + out.string().size())) {
+    text.replace(at, working.string().size(), out.string());
+  }
+  return text;
+}
+
+// Says what the directory is made from.
+Manifest manifestOf(const ApplyOptions &options) {
+  Manifest manifest;
+  manifest.addDirectory("old installation", options.oldDirectory);
+  manifest.addDirectory("new release", options.newDirectory);
+  if (options.excludedOids) {
+    manifest.addFile("excluded OIDs", *options.excludedOids);
+  }
+  if (options.modifiedOids) {
+    manifest.addFile("modified OIDs", *options.modifiedOids);
+  }
+  return manifest;
 }
 
 // What withdraw() has done, and which file holds a definition all the same.
@@ -102,12 +119,51 @@ void requireNone(const std::vector<std::string> &errors, const char *advice) {
   throw Trouble(text + "nothing was written; " + advice);
 }
 
+// The first lines, and how many more there are.
+std::vector<std::string> firstOf(std::vector<std::string> lines) {
+  constexpr std::size_t kShown = 10;
+  if (lines.size() > kShown) {
+    const std::string more = std::to_string(lines.size() - kShown);
+    lines.resize(kShown);
+    lines.push_back("and " + more + " more");
+  }
+  return lines;
+}
+
+// Makes the files in the working directory, sees that they hold what they
+// should, and says so in `result`.
+void makeResult(const ApplyOptions &options, const Manifest &manifest,
+                const OutputDirectory &out, Schemas *schemas,
+                ApplyResult *result) {
+  const fs::path &working = out.working();
+  writeFiles(working, schemas);
+  const Inventory written = readBack(working);
+  const Losses losses = findLosses(written, schemas);
+  requireNone(firstOf(losses.errors),
+              "the files do not read back as they should; is there room on the "
+              "disk?");
+  result->written = countEntries(written);
+  result->withdrawals = withdrawalsIn(written, *schemas);
+  result->warnings.insert(result->warnings.end(), losses.warnings.begin(),
+                          losses.warnings.end());
+  if (const FormerDirectory *former = out.former()) {
+    former->copyOthers(working);
+    result->kept = former->others();
+  }
+  manifest.requireUnchanged();
+  writeNewFile(working / kManifestName, manifest.text(options.plan, working));
+}
+
 }  // namespace
 
 ApplyResult apply(const ApplyOptions &options) {
   for (const fs::path &input : {options.oldDirectory, options.newDirectory}) {
     requireOutside(input, options.outDirectory, "a directory");
+    if (options.existing == Existing::kReplace) {
+      requireOutside(options.outDirectory, input, "a directory");
+    }
   }
+  const Manifest manifest = manifestOf(options);
 
   Schemas schemas(options.oldDirectory, options.newDirectory);
   if (options.excludedOids) {
@@ -140,17 +196,15 @@ ApplyResult apply(const ApplyOptions &options) {
   }
   result.warnings = warningsOf(schemas);
 
-  OutputDirectory out(options.outDirectory);
-  writeFiles(out.working(), &schemas);
-  const Inventory written = readBack(out.working(), options.outDirectory);
-  const Losses losses = findLosses(written, &schemas);
-  requireNone(losses.errors,
-              "the files do not read back as they should; is there room on the "
-              "disk?");
-  result.written = countEntries(written);
-  result.withdrawals = withdrawalsIn(written, schemas);
-  result.warnings.insert(result.warnings.end(), losses.warnings.begin(),
-                         losses.warnings.end());
-  out.commit();
+  OutputDirectory out(options.outDirectory, options.existing);
+  const fs::path working = out.working();
+  warn(out.notes());
+  try {
+    makeResult(options, manifest, out, &schemas, &result);
+    out.commit();
+  } catch (const Trouble &trouble) {
+    throw Trouble(asInOutput(trouble.what(), working, options.outDirectory));
+  }
+  result.backup = out.backup();
   return result;
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Inventory.h"
+#include "OutputDirectory.h"
 #include "Schemas.h"
 
 struct ApplyOptions {
@@ -18,6 +19,10 @@ struct ApplyOptions {
   std::filesystem::path outDirectory;  // where the result goes
   std::optional<std::filesystem::path> excludedOids = {};
   std::optional<std::filesystem::path> modifiedOids = {};
+  // Whether a schema directory at outDirectory becomes a backup.
+  Existing existing = Existing::kRefuse;
+  // What the migration is about, for the manifest.
+  std::string plan = {};
 };
 
 // Definitions of each kind in each file.
@@ -35,6 +40,10 @@ struct ApplyResult {
   std::array<bool, kSchemaFiles.size()> inNew{};
   // What became of the OIDs of the list of modified ones.
   std::vector<Withdrawal> withdrawals;
+  // The backup of the directory that was replaced, and the names of files that
+  // were copied from it; empty if none was.
+  std::string backup;
+  std::vector<std::string> kept;
   // What the user should know, a line each: "FILE:LINE: warning: MESSAGE".
   std::vector<std::string> warnings;
 };
@@ -43,9 +52,11 @@ struct ApplyResult {
 // result: reads both, leaves out what is excluded or what the release has,
 // merges the rest, withdraws what is modified, writes the files that the
 // library can write, copies the others from the release, and reads the result
-// back to see that it holds what it should. Throws Trouble when anything is
-// wrong; the output directory is then as it was before. The input directories
-// are only read.
+// back to see that it holds what it should. A directory that it replaces hands
+// on its other files; a manifest says what everything was made from. Throws
+// Trouble when anything is wrong; the output directory is then as it was
+// before, unless the message says otherwise. The input directories are only
+// read.
 ApplyResult apply(const ApplyOptions &options);
 
 #endif  // SCHEMA_MIGRATE_APPLY_H_

@@ -19,6 +19,7 @@
 #include "Nearest.h"
 #include "OutputDirectory.h"
 #include "Report.h"
+#include "Restore.h"
 #include "SchemaDirectory.h"
 #include "Show.h"
 #include "TraceFile.h"
@@ -65,6 +66,9 @@ struct Options {
   std::vector<std::string> directories;
   std::uintmax_t sizeLimit = schemacheck::SchemaDirectory::kDefaultLimit;
   bool strict = false;
+  bool replace = false;
+  std::optional<std::string> backup;
+  bool list = false;
 };
 
 void flushOutput() {
@@ -90,12 +94,24 @@ std::unique_ptr<Schemas> readSchemas(const Options &options) {
 }
 
 int runApply(const Options &options) {
-  const ApplyOptions what{options.oldDirectory, options.newDirectory,
-                          options.outDirectory, options.excludedOids,
-                          options.modifiedOids};
+  const ApplyOptions what{
+      options.oldDirectory,
+      options.newDirectory,
+      options.outDirectory,
+      options.excludedOids,
+      options.modifiedOids,
+      options.replace ? Existing::kReplace : Existing::kRefuse};
   const ApplyResult result = apply(what);
   warn(result.warnings);
   printReport(what, result, &std::cout);
+  return kDone;
+}
+
+int runRestore(const Options &options) {
+  if (options.list) {
+    return printBackups(options.outDirectory, &std::cout) ? kDone : kFound;
+  }
+  restore(options.outDirectory, options.backup, &std::cout);
   return kDone;
 }
 
@@ -148,9 +164,28 @@ class CommandLine {
     addBoth(apply);
     addDirectory(apply, "--out", &m_options.outDirectory,
                  "Directory for the result; must not exist or be empty");
+    apply->add_flag("--replace", m_options.replace,
+                    "Let the result take the place of a schema directory, "
+                    "which becomes a backup beside it");
     addFile(apply, "--modified-oids", &m_options.modifiedOids,
             "List of OIDs whose definitions are withdrawn from the result's "
             "modified schema");
+
+    CLI::App *restore =
+        add("restore",
+            "Put a backup that apply --replace has made in the place of the "
+            "directory; what is there becomes a backup in turn.",
+            "schema-migrate restore --out /srv/merged", runRestore,
+            "no backup to list");
+    addDirectory(restore, "--out", &m_options.outDirectory,
+                 "Directory whose backup comes back");
+    restore
+        ->add_option("--backup", m_options.backup,
+                     "Name of the backup; the newest if it is left out")
+        ->type_name("NAME")
+        ->check(expecting("a name"));
+    restore->add_flag("--list", m_options.list,
+                      "Only list the backups, the newest first");
 
     CLI::App *check =
         add("check",
