@@ -178,6 +178,16 @@ void syncAll(const fs::path &directory) {
   sync(directory);
 }
 
+void syncName(const fs::path &directory) {
+  try {
+    sync(directory.parent_path());
+  } catch (const Trouble &trouble) {
+    throw Trouble(std::string(trouble.what()) + '\n' + directory.string() +
+                  ": note: the directory is complete there, but its name may "
+                  "be gone if the machine stops now");
+  }
+}
+
 void removeAll(const fs::path &directory) {
   std::error_code error;
   fs::remove_all(directory, error);
@@ -203,7 +213,7 @@ bool renameToFree(const fs::path &from, const fs::path &to) {
     }
   }
   if (errno != EEXIST && errno != ENOTEMPTY) {
-    failAt(to, "cannot give this name to " + from.string());
+    failAt(to, "cannot create the directory");
   }
   return false;
 }

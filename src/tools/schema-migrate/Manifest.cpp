@@ -93,7 +93,9 @@ void Manifest::addFile(const std::string &what, const fs::path &file) {
 void Manifest::requireUnchanged() const {
   for (const Input &input : m_inputs) {
     for (const Sum &file : input.files) {
-      if (sumIfReadable(file.path) != file.sum) {
+      const std::string now =
+          file.sum.empty() ? sumIfReadable(file.path) : sha256Of(file.path);
+      if (now != file.sum) {
         throw Trouble(errorAt(file.path, 0,
                               "was changed while the migration ran; run it "
                               "again when nothing changes the file"));

@@ -108,11 +108,5 @@ void OutputDirectory::commit() {
     failAt(m_target, "cannot create the directory");
   }
   m_working.clear();
-  try {
-    sync(m_target.parent_path());
-  } catch (const Trouble &trouble) {
-    throw Trouble(std::string(trouble.what()) + '\n' + m_target.string() +
-                  ": note: the result is complete there, but may be gone when "
-                  "the machine stops now");
-  }
+  syncName(m_target);
 }

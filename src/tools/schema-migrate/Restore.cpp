@@ -53,6 +53,7 @@ std::string putBack(const fs::path &target, const std::string &backup) {
       throw Trouble(
           errorAt(target, 0, "expected nothing there, found something"));
     }
+    syncName(target);
     return "";
   }
   std::error_code ignored;
@@ -83,7 +84,6 @@ void restore(const fs::path &target, const std::optional<std::string> &backup,
   warn(settle(resolved));
   const std::string chosen = chooseBackup(resolved, backup);
   const std::string made = putBack(resolved, chosen);
-  sync(resolved.parent_path());
   *out << "restored: " << target.string() << ", from " << chosen << '\n';
   if (!made.empty()) {
     *out << "what was there is now in " << made << '\n';

@@ -1,0 +1,122 @@
+// Runs in which system calls fail. Whatever fails, the inputs are untouched,
+// the output directory is the whole former or the whole new one, the status and
+// the message say which, and the next run tidies up and succeeds.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "FaultTesting.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const Arguments kReplace = {"apply", "--old", "old", "--new",
+                            "new",   "--out", "out", "--replace"};
+
+class ApplyFaultTest : public FaultTest {
+ protected:
+  ApplyFaultTest() {
+    makeFormer();
+    EXPECT_EQ(run(kReplace).status, 0);
+    m_made = contentsOf(path("out"));
+  }
+
+  void makeFormer() const {
+    removeOutAndBackups();
+    fs::create_directory(path("out"));
+    write("out/V3.user.at", "# former\n");
+    write("out/notes", "of the site\n");
+  }
+
+  // Runs the command once with the fault, "write:error=EIO:when=3" for
+  // instance. It may be silent when the message cannot be written either.
+  void runOnce(const std::string &fault, bool mayBeSilent) {
+    SCOPED_TRACE(fault);
+    makeFormer();
+    const auto old = snapshotOf(path("old"));
+    const auto release = snapshotOf(path("new"));
+    const auto former = snapshotOf(path("out"));
+    const CommandResult result = runWithFault(fault, kReplace);
+    EXPECT_EQ(snapshotOf(path("old")), old);
+    EXPECT_EQ(snapshotOf(path("new")), release);
+
+    const bool isReplaced = contentsOf(path("out")) == m_made;
+    EXPECT_TRUE(isReplaced || snapshotOf(path("out")) == former);
+    switch (result.status) {
+      case 0:
+        // What is not needed may fail, and what is nobody's to tell.
+        EXPECT_TRUE(isReplaced);
+        EXPECT_EQ(result.error, "");
+        EXPECT_NE(result.out, "");
+        break;
+      case 2:
+        if (!result.error.empty() || !mayBeSilent) {
+          expectMessage(result.error, isReplaced);
+        }
+        break;
+      default:
+        ADD_FAILURE() << "status " << result.status << ": " << result.error;
+    }
+
+    EXPECT_EQ(run(kReplace).status, 0);
+    EXPECT_EQ(contentsOf(path("out")), m_made);
+    EXPECT_EQ(plainNames(), (Arguments{"new", "old", "out"}));
+    const Contents formerContents = {{"V3.user.at", "# former\n"},
+                                     {"notes", "of the site\n"}};
+    EXPECT_EQ(backups(), isReplaced
+                             ? std::vector<Contents>({formerContents, m_made})
+                             : std::vector<Contents>{formerContents});
+  }
+
+  // A message says what failed, and, when the directory was replaced all the
+  // same, that it was.
+  void expectMessage(const std::string &error, bool isReplaced) const {
+    EXPECT_LE(std::count(error.begin(), error.end(), '\n'), 5) << error;
+    EXPECT_NE(error.find("error: "), std::string::npos) << error;
+    EXPECT_EQ(error.find("is complete in out") != std::string::npos ||
+                  error.find("out: note: ") != std::string::npos,
+              isReplaced)
+        << error;
+  }
+
+  // Makes each single call fail, or that and some more behind it. The number
+  // of runs.
+  int sweep(const Arguments &calls, const std::string &error, int more = 0) {
+    int runs = 0;
+    for (const std::string &call : calls) {
+      makeFormer();
+      const int last = callsOf(call, kReplace);
+      for (int n = callsToLoad(call) + 1; n <= last && !HasFailure(); ++n) {
+        runOnce(call + ":error=" + error + ":when=" + std::to_string(n) + ".." +
+                    std::to_string(n + more),
+                more > 0);
+        ++runs;
+      }
+    }
+    return runs;
+  }
+
+  Contents m_made;
+};
+
+TEST_F(ApplyFaultTest, InputOrOutputFails) {
+  EXPECT_GT(sweep(kChangingCalls, "EIO"), 150);
+}
+
+// The second time that a stream tries to write what it holds fails, too.
+TEST_F(ApplyFaultTest, NoRoom) {
+  EXPECT_GT(sweep({"fsync", "mkdir", "renameat2"}, "ENOSPC"), 10);
+  EXPECT_GT(sweep({"write", "writev"}, "ENOSPC", 1), 3);
+}
+
+TEST_F(ApplyFaultTest, NoQuota) {
+  EXPECT_GT(sweep({"fsync", "mkdir", "renameat2"}, "EDQUOT"), 10);
+  EXPECT_GT(sweep({"write", "writev"}, "EDQUOT", 1), 3);
+}
+
+}  // namespace

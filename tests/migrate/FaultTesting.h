@@ -1,0 +1,172 @@
+// Runs of the command in which a system call fails or kills it.
+#ifndef TESTS_MIGRATE_FAULTTESTING_H_
+#define TESTS_MIGRATE_FAULTTESTING_H_
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "MigrateTesting.h"
+
+using Arguments = std::vector<std::string>;
+using Contents = std::map<std::string, std::string>;
+
+// The system calls after which something else is on disk or another process
+// may go on. What is killed in between leaves what the next of them finds.
+const Arguments kChangingCalls = {
+    "chmod",  "close",    "fchmod", "flock",     "fsync",     "lchown",
+    "mkdir",  "openat",   "rename", "renameat2", "setxattr",  "symlink",
+    "unlink", "unlinkat", "write",  "writev",    "utimensat",
+};
+
+// In the new process: makes it a tracer that runs the command.
+inline void execTracer(Arguments options, const Arguments &arguments) {
+  // The leak checker does not work under a tracer.
+  const char *before = getenv("ASAN_OPTIONS");
+  const std::string others = before == nullptr ? "" : std::string(before) + ":";
+  setenv("ASAN_OPTIONS", (others + "detect_leaks=0").c_str(), 1);
+  options.insert(options.begin(), {"strace", "-qq"});
+  options.push_back(SCHEMA_MIGRATE_COMMAND);
+  options.insert(options.end(), arguments.begin(), arguments.end());
+  std::vector<char *> argv;
+  for (std::string &option : options) {
+    argv.push_back(option.data());
+  }
+  argv.push_back(nullptr);
+  execvp("strace", argv.data());
+}
+
+// The same with a fault, "write:error=EIO:when=3" for instance.
+inline void execWithFault(const std::string &fault,
+                          const Arguments &arguments) {
+  execTracer(
+      {"-o", "/dev/null", "-e", "trace=" + fault.substr(0, fault.find(':')),
+       "-e", "inject=" + fault},
+      arguments);
+}
+
+// What the files of a directory hold, by name; a mark for a directory that is
+// not there.
+inline Contents contentsOf(const std::filesystem::path &directory) {
+  if (!std::filesystem::exists(directory)) {
+    return {{"not there", ""}};
+  }
+  Contents contents;
+  for (const std::string &name : namesIn(directory)) {
+    contents[name] = readText(directory / name);
+  }
+  return contents;
+}
+
+// While it exists, temporary directories are made in memory if the system has a
+// directory for that: a sweep waits for the disk thousands of times.
+class InMemory {
+ public:
+  InMemory() {
+    const char *before = getenv("TMPDIR");
+    m_before = before == nullptr ? "" : before;
+    if (std::filesystem::is_directory("/dev/shm")) {
+      setenv("TMPDIR", "/dev/shm", 1);
+    }
+  }
+  ~InMemory() {
+    if (m_before.empty()) {
+      unsetenv("TMPDIR");
+    } else {
+      setenv("TMPDIR", m_before.c_str(), 1);
+    }
+  }
+
+  InMemory(const InMemory &) = delete;
+  InMemory &operator=(const InMemory &) = delete;
+
+ private:
+  std::string m_before;
+};
+
+// A test with an old installation and a release, and "out", which a test
+// prepares as it was before the runs.
+class FaultTest : private InMemory, public MigrateTest {
+ protected:
+  FaultTest() {
+    write("old/V3.user.at",
+          "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+          "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n"
+          "attributetypes=( 1.3 NAME 'c' DESC 'x' )\n");
+    write("new/V3.config.at", "# kept\n");
+    writeSmallRelease();
+  }
+
+  void SetUp() override {
+    const CommandResult result = run({"--version"}, [] {
+      execWithFault("fsync:error=EIO:when=1", {"--version"});
+    });
+    if (result.status != 0) {
+      GTEST_SKIP() << "strace cannot trace here: " << result.error;
+    }
+  }
+
+  // Runs the command with a fault.
+  CommandResult runWithFault(const std::string &fault,
+                             const Arguments &arguments) const {
+    return run(arguments, [&] { execWithFault(fault, arguments); });
+  }
+
+  // How often the command, which must succeed, makes a system call.
+  int callsOf(const std::string &call, const Arguments &arguments) const {
+    const CommandResult result = run(arguments, [&] {
+      execTracer({"-o", "calls", "-e", "trace=" + call}, arguments);
+    });
+    EXPECT_EQ(result.status, 0) << result.error;
+    const std::string lines = read("calls");
+    std::filesystem::remove(path("calls"));
+    return static_cast<int>(std::count(lines.begin(), lines.end(), '\n'));
+  }
+
+  // How often a system call is made before the command begins, for the
+  // libraries that it loads.
+  int callsToLoad(const std::string &call) const {
+    return call == "openat" || call == "close" ? callsOf(call, {"--version"})
+                                               : 0;
+  }
+
+  // The names in the root without backups.
+  Arguments plainNames() const {
+    Arguments names;
+    for (const std::string &name : namesIn(root())) {
+      if (name.rfind("out.backup-", 0) != 0) {
+        names.push_back(name);
+      }
+    }
+    return names;
+  }
+
+  // What the backups hold, the oldest first.
+  std::vector<Contents> backups() const {
+    std::vector<Contents> all;
+    for (const std::string &name : namesIn(root())) {
+      if (name.rfind("out.backup-", 0) == 0) {
+        all.push_back(contentsOf(path(name)));
+      }
+    }
+    return all;
+  }
+
+  void removeOutAndBackups() const {
+    for (const std::string &name : namesIn(root())) {
+      if (name.rfind("out", 0) == 0) {
+        std::filesystem::remove_all(path(name));
+      }
+    }
+  }
+
+  const FixedDate m_date;
+};
+
+#endif  // TESTS_MIGRATE_FAULTTESTING_H_
