@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "FaultTesting.h"
@@ -112,6 +114,34 @@ TEST_F(ApplyFaultTest, InputOrOutputFails) {
 TEST_F(ApplyFaultTest, NoRoom) {
   EXPECT_GT(sweep({"fsync", "mkdir", "renameat2"}, "ENOSPC"), 10);
   EXPECT_GT(sweep({"write", "writev"}, "ENOSPC", 1), 3);
+}
+
+// One run waits before it has made anything whole, and others come.
+TEST_F(ApplyFaultTest, OfTwoRunsAtOnceOneIsRefused) {
+  makeFormer();
+  CommandResult first{};
+  std::thread thread([&] {
+    first = runWithFault("fsync:delay_enter=2000000:when=1", kReplace);
+  });
+  while (!fs::exists(path(".out.partial-new"))) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  for (const Arguments &arguments :
+       {kReplace, Arguments(kReplace.begin(), kReplace.end() - 1),
+        Arguments{"restore", "--out", "out"}}) {
+    const CommandResult second = run(arguments);
+    EXPECT_EQ(second.status, 2);
+    EXPECT_EQ(second.out, "");
+    EXPECT_EQ(second.error,
+              "out: error: another run of schema-migrate is writing this "
+              "directory\n");
+  }
+  thread.join();
+  EXPECT_EQ(first.status, 0);
+  EXPECT_EQ(first.error, "");
+  EXPECT_EQ(contentsOf(path("out")), m_made);
+  EXPECT_EQ(backups().size(), 1U);
+  EXPECT_EQ(plainNames(), (Arguments{"new", "old", "out"}));
 }
 
 TEST_F(ApplyFaultTest, NoQuota) {

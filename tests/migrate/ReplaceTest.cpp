@@ -1,8 +1,8 @@
 // apply --replace, as a user runs it.
 #include <gtest/gtest.h>
-#include <sys/socket.h>
+#include <linux/capability.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -171,6 +171,22 @@ TEST_F(ReplaceTest, KeepsModeAndOwner) {
   expectKept("out/schema-migrate.manifest", 1000, 0666 & ~mask);
   EXPECT_EQ(getxattr(path("out/V3.user.at").c_str(), "user.origin", nullptr, 0),
             4);
+}
+
+TEST_F(ReplaceTest, RefusesWhatBelongsToOthersAndCannotBeKeptSo) {
+  if (geteuid() != 0 || prctl(PR_CAPBSET_READ, CAP_SETPCAP) != 1) {
+    GTEST_SKIP() << "owners cannot be changed here";
+  }
+  ASSERT_EQ(chown(path("out/V3.user.at").c_str(), 2000, 2001), 0);
+  const auto before = snapshotOf(root());
+  const CommandResult result = run(
+      {"apply", "--old", "old", "--new", "new", "--out", "out", "--replace"},
+      [] { prctl(PR_CAPBSET_DROP, CAP_CHOWN); });
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error,
+            "out/V3.user.at: error: cannot keep the owner and group: Operation "
+            "not permitted\n");
+  EXPECT_EQ(snapshotOf(root()), before);
 }
 
 // A schema file that the result does not have is in the backup alone, and so is

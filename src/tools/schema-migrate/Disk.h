@@ -37,8 +37,8 @@ void sync(const std::filesystem::path &path);
 // The same for a directory and all that it holds.
 void syncAll(const std::filesystem::path &directory);
 
-// Waits until the name that a complete directory has got is on disk. The message
-// of a failure says that it is there all the same.
+// Waits until the name that a complete directory has got is on disk. The
+// message of a failure says that it is there all the same.
 void syncName(const std::filesystem::path &directory);
 
 // Removes a directory with all that it holds.
