@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <regex>
 #include <string>
 #include <vector>
 

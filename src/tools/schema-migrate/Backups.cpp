@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <ctime>
-#include <regex>
+#include <optional>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -21,6 +22,36 @@ std::string now() {
   return text;
 }
 
+bool areDigits(std::string_view text) {
+  return !text.empty() &&
+         text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// What backups are ordered by: the date and the number behind it.
+using Order = std::pair<std::string, int>;
+
+// The order of a backup whose name ends so; nothing if it is none.
+std::optional<Order> orderOf(const std::string &end) {
+  constexpr std::size_t kDay = 8;
+  constexpr std::size_t kDate = 15;
+  constexpr std::size_t kMostDigits = 9;
+  const std::string_view text = end;
+  if (text.size() < kDate || !areDigits(text.substr(0, kDay)) ||
+      text[kDay] != '-' ||
+      !areDigits(text.substr(kDay + 1, kDate - kDay - 1))) {
+    return {};
+  }
+  if (text.size() == kDate) {
+    return Order(end, 1);
+  }
+  const std::string_view number = text.substr(kDate + 1);
+  if (text[kDate] != '-' || !areDigits(number) || number[0] == '0' ||
+      number.size() > kMostDigits) {
+    return {};
+  }
+  return Order(end.substr(0, kDate), std::stoi(std::string(number)));
+}
+
 }  // namespace
 
 std::string backupStem(const fs::path &target) {
@@ -29,9 +60,7 @@ std::string backupStem(const fs::path &target) {
 
 std::vector<std::string> backupsOf(const fs::path &target) {
   const std::string stem = backupStem(target);
-  const std::regex form("(\\d{8}-\\d{6})(-([1-9]\\d{0,8}))?");
-  // Ordered by the date and the number behind it.
-  std::vector<std::pair<std::pair<std::string, int>, std::string>> found;
+  std::vector<std::pair<Order, std::string>> found;
   for (const fs::path &path : entriesOf(target.parent_path())) {
     const std::string name = path.filename().string();
     std::error_code ignored;
@@ -39,11 +68,8 @@ std::vector<std::string> backupsOf(const fs::path &target) {
         !fs::is_directory(fs::symlink_status(path, ignored))) {
       continue;
     }
-    const std::string rest = name.substr(stem.size());
-    std::smatch match;
-    if (std::regex_match(rest, match, form)) {
-      const int number = match[3].matched ? std::stoi(match[3].str()) : 1;
-      found.push_back({{match[1].str(), number}, name});
+    if (const auto order = orderOf(name.substr(stem.size()))) {
+      found.emplace_back(*order, name);
     }
   }
   std::sort(found.begin(), found.end());
