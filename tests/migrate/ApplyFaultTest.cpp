@@ -11,12 +11,16 @@
 #include <thread>
 #include <vector>
 
+#include "Backups.h"
+#include "Disk.h"
 #include "FaultTesting.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
+const Arguments kCreate = {"apply", "--old", "old", "--new",
+                           "new",   "--out", "out"};
 const Arguments kReplace = {"apply", "--old", "old", "--new",
                             "new",   "--out", "out", "--replace"};
 
@@ -110,6 +114,73 @@ TEST_F(ApplyFaultTest, InputOrOutputFails) {
   EXPECT_GT(sweep(kChangingCalls, "EIO"), 150);
 }
 
+// The order in which things reach the disk, which no fault of a running system
+// shows.
+TEST_F(ApplyFaultTest, EverythingIsOnDiskBeforeItGetsItsNameAndTheNameBehind) {
+  const auto calls = [this](const Arguments &arguments) {
+    const std::string made = callsMade("fsync,rename,renameat2", arguments);
+    const std::string inode = "complete-" + inodeOf(path("out"));
+    return replaceAll(replaceAll(made, inode, "complete-INODE"),
+                      fs::canonical(root()).string(), "ROOT");
+  };
+  const std::string files =
+      "fsync(4<.out.partial-new/V3.config.at>) = 0\n"
+      "fsync(4<.out.partial-new/V3.modifiedschema>) = 0\n"
+      "fsync(4<.out.partial-new/V3.qor.at>) = 0\n"
+      "fsync(4<.out.partial-new/V3.qor.oc>) = 0\n"
+      "fsync(4<.out.partial-new/V3.system.at>) = 0\n"
+      "fsync(4<.out.partial-new/V3.system.oc>) = 0\n"
+      "fsync(4<.out.partial-new/V3.user.at>) = 0\n"
+      "fsync(4<.out.partial-new/V3.user.oc>) = 0\n";
+  const std::string manifest =
+      "fsync(4<.out.partial-new/schema-migrate.manifest>) = 0\n"
+      "fsync(4<.out.partial-new>) = 0\n";
+  const std::string parent = "fsync(4<ROOT>)        = 0\n";
+  const std::string rename = "renameat2(AT_FDCWD<ROOT>, \".out.partial-";
+
+  removeOutAndBackups();
+  EXPECT_EQ(calls(kCreate),
+            files + manifest + rename +
+                "new\", AT_FDCWD<ROOT>, \"out\", RENAME_NOREPLACE) = 0\n" +
+                parent);
+  makeFormer();
+  const std::string made = calls(kReplace);
+  const Arguments backups = backupsOf(path("out"));
+  ASSERT_EQ(backups.size(), 1U);
+  EXPECT_EQ(made, files + "fsync(4<.out.partial-new/notes>) = 0\n" + manifest +
+                      rename +
+                      "new\", AT_FDCWD<ROOT>, \".out.partial-complete-INODE\", "
+                      "RENAME_NOREPLACE) = 0\n" +
+                      parent + rename +
+                      "complete-INODE\", AT_FDCWD<ROOT>, \"out\", "
+                      "RENAME_EXCHANGE) = 0\n" +
+                      rename + "complete-INODE\", AT_FDCWD<ROOT>, \"" +
+                      backups[0] + "\", RENAME_NOREPLACE) = 0\n" + parent);
+}
+
+// As on file systems that know no more than rename().
+TEST_F(ApplyFaultTest, WithoutAnExchangeNothingIsReplaced) {
+  for (const std::string error : {"EINVAL", "ENOSYS"}) {
+    const std::string fault = "renameat2:error=" + error + ":when=1+";
+    makeFormer();
+    const auto former = snapshotOf(path("out"));
+    CommandResult result = runWithFault(fault, kReplace);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.error,
+              "out: error: cannot replace the directory: its file system "
+              "cannot exchange two directories in one step\n");
+    EXPECT_EQ(snapshotOf(path("out")), former);
+    EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
+
+    removeOutAndBackups();
+    result = runWithFault(fault, kCreate);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(namesIn(path("out")).size(), 9U);
+    EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
+  }
+}
+
 // The second time that a stream tries to write what it holds fails, too.
 TEST_F(ApplyFaultTest, NoRoom) {
   EXPECT_GT(sweep({"fsync", "mkdir", "renameat2"}, "ENOSPC"), 10);
@@ -127,8 +198,7 @@ TEST_F(ApplyFaultTest, OfTwoRunsAtOnceOneIsRefused) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   for (const Arguments &arguments :
-       {kReplace, Arguments(kReplace.begin(), kReplace.end() - 1),
-        Arguments{"restore", "--out", "out"}}) {
+       {kReplace, kCreate, Arguments{"restore", "--out", "out"}}) {
     const CommandResult second = run(arguments);
     EXPECT_EQ(second.status, 2);
     EXPECT_EQ(second.out, "");

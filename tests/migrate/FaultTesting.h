@@ -129,6 +129,19 @@ class FaultTest : private InMemory, public MigrateTest {
     return static_cast<int>(std::count(lines.begin(), lines.end(), '\n'));
   }
 
+  // The system calls of these names that the command makes, a line each, with
+  // the paths of open files and below the root relative to it.
+  std::string callsMade(const std::string &names,
+                        const Arguments &arguments) const {
+    const CommandResult result = run(arguments, [&] {
+      execTracer({"-y", "-o", "calls", "-e", "trace=" + names}, arguments);
+    });
+    EXPECT_EQ(result.status, 0) << result.error;
+    const std::string lines = relative(read("calls"));
+    std::filesystem::remove(path("calls"));
+    return lines;
+  }
+
   // How often a system call is made before the command begins, for the
   // libraries that it loads.
   int callsToLoad(const std::string &call) const {

@@ -98,7 +98,10 @@ void OutputDirectory::commit() {
       m_working.clear();
       throw;
     }
-  } else if (m_former) {
+    m_working.clear();
+    return;
+  }
+  if (m_former) {
     // It gives way if it is still empty; anything else makes it fail.
     if (std::rename(m_working.c_str(), m_target.c_str()) != 0) {
       failAt(m_target, "cannot create the directory");
