@@ -292,6 +292,28 @@ TEST_F(OutputDirectoryTest, FailsToCommitWhenAnEmptyDirectoryIsNoLonger) {
   EXPECT_EQ(read("out/file"), "text");
 }
 
+TEST_F(OutputDirectoryTest, FailsToCommitWhenTheFormerIsChanged) {
+  fs::create_directory(path("out"));
+  write("out/V3.user.at", "former");
+  fs::create_directory(path("out/more"));
+  for (const char *name : {"V3.user.at", "V3.user.oc", "more/file"}) {
+    std::optional<OutputDirectory> out;
+    out.emplace(path("out"), Existing::kReplace);
+    write(std::string("out/") + name, "by somebody else");
+    EXPECT_EQ(commitTrouble(&*out),
+              "out: error: was changed while the result was made; run it again "
+              "when nothing changes the directory");
+    out.reset();
+    EXPECT_EQ(namesIn(root()), Names{"out"});
+    EXPECT_EQ(read(std::string("out/") + name), "by somebody else");
+  }
+  OutputDirectory out(path("out"), Existing::kReplace);
+  out.commit();
+  EXPECT_EQ(namesIn(path("out")), Names());
+  EXPECT_EQ(namesIn(path(out.backup())),
+            (Names{"V3.user.at", "V3.user.oc", "more"}));
+}
+
 TEST_F(OutputDirectoryTest, KeepsModeAndOwnerOfAnEmptyDirectory) {
   fs::create_directory(path("out"));
   ASSERT_EQ(chmod(path("out").c_str(), 02750), 0);

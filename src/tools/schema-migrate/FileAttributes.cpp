@@ -79,6 +79,17 @@ void copyExtendedAttributes(const fs::path &from, const fs::path &to) {
   }
 }
 
+// An access list that the new one has from the directory in which it was made.
+void removeOtherAccessLists(const fs::path &from, const fs::path &to) {
+  for (const char *name :
+       {"system.posix_acl_access", "system.posix_acl_default"}) {
+    if (attributeOf(to, name) && !attributeOf(from, name) &&
+        removexattr(to.c_str(), name) != 0) {
+      failAt(to, "cannot remove the access list");
+    }
+  }
+}
+
 void setOwner(const fs::path &path, const struct stat &from) {
   const struct stat now = statusOf(path, false);
   if ((now.st_uid != from.st_uid || now.st_gid != from.st_gid) &&
@@ -134,6 +145,7 @@ void copyAttributes(const fs::path &from, const fs::path &to) {
   const struct stat status = statusOf(from, true);
   setOwner(to, status);
   copyExtendedAttributes(from, to);
+  removeOtherAccessLists(from, to);
   if (chmod(to.c_str(), status.st_mode & 07777U) != 0) {
     failAt(to, "cannot keep the mode");
   }
