@@ -3,6 +3,7 @@
 #define TESTS_MIGRATE_FAULTTESTING_H_
 
 #include <stdlib.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,17 +14,27 @@
 #include <vector>
 
 #include "MigrateTesting.h"
+#include "support/Child.h"
 
 using Arguments = std::vector<std::string>;
 using Contents = std::map<std::string, std::string>;
 
 // The system calls after which something else is on disk or another process
 // may go on. What is killed in between leaves what the next of them finds.
-const Arguments kChangingCalls = {
-    "chmod",  "close",    "fchmod", "flock",     "fsync",     "lchown",
-    "mkdir",  "openat",   "rename", "renameat2", "setxattr",  "symlink",
-    "unlink", "unlinkat", "write",  "writev",    "utimensat",
+constexpr const char *kChangingCalls[] = {
+    "chmod",   "close",  "fchmod",   "flock",     "fsync", "lchown",
+    "mkdir",   "openat", "rename",   "renameat2", "rmdir", "setxattr",
+    "symlink", "unlink", "unlinkat", "utimensat", "write", "writev",
 };
+
+// What a test that is for one system call is named after.
+inline std::string callName(const testing::TestParamInfo<const char *> &info) {
+  return info.param;
+}
+
+// From one number of a call to the next that fails. A sanitizer makes the
+// command slow.
+inline int stepOfSweep() { return isSanitized() ? 3 : 1; }
 
 // In the new process: makes it a tracer that runs the command.
 inline void execTracer(Arguments options, const Arguments &arguments) {
@@ -51,15 +62,21 @@ inline void execWithFault(const std::string &fault,
       arguments);
 }
 
-// What the files of a directory hold, by name; a mark for a directory that is
-// not there.
+// What the files of a directory and the directories in it hold, by name; a mark
+// for a directory that is not there.
 inline Contents contentsOf(const std::filesystem::path &directory) {
-  if (!std::filesystem::exists(directory)) {
+  namespace fs = std::filesystem;
+  if (!fs::exists(directory)) {
     return {{"not there", ""}};
   }
   Contents contents;
-  for (const std::string &name : namesIn(directory)) {
-    contents[name] = readText(directory / name);
+  for (const fs::directory_entry &entry :
+       fs::recursive_directory_iterator(directory)) {
+    const std::string name =
+        entry.path().lexically_relative(directory).string();
+    contents[name] = entry.is_symlink()     ? fs::read_symlink(entry).string()
+                     : entry.is_directory() ? "a directory"
+                                            : readText(entry);
   }
   return contents;
 }
@@ -169,6 +186,20 @@ class FaultTest : private InMemory, public MigrateTest {
       }
     }
     return all;
+  }
+
+  // "out" as it was, with something of all that is carried over.
+  void makeFormer() const {
+    removeOutAndBackups();
+    std::filesystem::create_directory(path("out"));
+    write("out/V3.user.at", "# former\n");
+    write("out/notes", "of the site\n");
+    std::filesystem::create_directory(path("out/more"));
+    std::filesystem::create_symlink("../notes", path("out/more/link"));
+    setxattr(path("out/notes").c_str(), "user.origin", "site", 4, 0);
+    if (geteuid() == 0) {
+      EXPECT_EQ(chown(path("out/notes").c_str(), 1000, 1000), 0);
+    }
   }
 
   void removeOutAndBackups() const {
