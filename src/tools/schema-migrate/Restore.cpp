@@ -28,10 +28,13 @@ std::string chooseBackup(const fs::path &target,
     return all.back();
   }
   const fs::path path = *wanted;
-  const bool isBeside = !path.has_parent_path() ||
-                        resolve(path).parent_path() == target.parent_path();
-  const std::string name =
-      path.has_parent_path() ? resolve(path).filename().string() : *wanted;
+  std::string name = *wanted;
+  bool isBeside = true;
+  if (path.has_parent_path()) {
+    const fs::path resolved = resolve(path);
+    name = resolved.filename().string();
+    isBeside = resolved.parent_path() == target.parent_path();
+  }
   if (!isBeside || std::find(all.begin(), all.end(), name) == all.end()) {
     std::string names;
     for (const std::string &one : all) {
