@@ -83,6 +83,9 @@ class ApplyFaultTest : public FaultTest {
 
   // Makes each single one of a call fail, or that and some more behind it.
   void sweep(const std::string &call, const std::string &error, int more = 0) {
+    if (isSanitized() && call == "write") {
+      return;  // a sanitizer asks by writing whether memory can be read
+    }
     makeFormer();
     const int last = callsOf(call, kReplace);
     for (int n = callsToLoad(call) + 1; n <= last && !HasFailure();
@@ -109,27 +112,30 @@ INSTANTIATE_TEST_SUITE_P(Calls, ApplyFaultCallTest,
 // shows.
 TEST_F(ApplyFaultTest, EverythingIsOnDiskBeforeItGetsItsNameAndTheNameBehind) {
   const auto calls = [this](const Arguments &arguments) {
-    const std::string made = callsMade("fsync,rename,renameat2", arguments);
+    std::string made = callsMade("fsync,rename,renameat2", arguments);
+    for (char number = '3'; number <= '9'; ++number) {
+      made = replaceAll(made, std::string("fsync(") + number, "fsync(FILE");
+    }
     const std::string inode = "complete-" + inodeOf(path("out"));
     return replaceAll(replaceAll(made, inode, "complete-INODE"),
                       fs::canonical(root()).string(), "ROOT");
   };
   const std::string files =
-      "fsync(4<.out.partial-new/V3.config.at>) = 0\n"
-      "fsync(4<.out.partial-new/V3.modifiedschema>) = 0\n"
-      "fsync(4<.out.partial-new/V3.qor.at>) = 0\n"
-      "fsync(4<.out.partial-new/V3.qor.oc>) = 0\n"
-      "fsync(4<.out.partial-new/V3.system.at>) = 0\n"
-      "fsync(4<.out.partial-new/V3.system.oc>) = 0\n"
-      "fsync(4<.out.partial-new/V3.user.at>) = 0\n"
-      "fsync(4<.out.partial-new/V3.user.oc>) = 0\n";
+      "fsync(FILE<.out.partial-new/V3.config.at>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.modifiedschema>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.qor.at>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.qor.oc>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.system.at>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.system.oc>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.user.at>) = 0\n"
+      "fsync(FILE<.out.partial-new/V3.user.oc>) = 0\n";
   const std::string others =
-      "fsync(4<.out.partial-new/more>) = 0\n"
-      "fsync(4<.out.partial-new/notes>) = 0\n";
+      "fsync(FILE<.out.partial-new/more>) = 0\n"
+      "fsync(FILE<.out.partial-new/notes>) = 0\n";
   const std::string manifest =
-      "fsync(4<.out.partial-new/schema-migrate.manifest>) = 0\n"
-      "fsync(4<.out.partial-new>) = 0\n";
-  const std::string parent = "fsync(4<ROOT>)        = 0\n";
+      "fsync(FILE<.out.partial-new/schema-migrate.manifest>) = 0\n"
+      "fsync(FILE<.out.partial-new>) = 0\n";
+  const std::string parent = "fsync(FILE<ROOT>)        = 0\n";
   const std::string rename = "renameat2(AT_FDCWD<ROOT>, \".out.partial-";
 
   removeOutAndBackups();
