@@ -42,12 +42,13 @@ const Counts &counts(const ApplyResult &result, Verdict verdict) {
 
 class ApplyTest : public MigrateTest {
  protected:
-  // What the files of the result hold, by name.
+  // What the schema files of the result hold, by name.
   std::map<std::string, std::string> outFiles() const {
     std::map<std::string, std::string> files;
     for (const std::string &name : namesIn(path("out"))) {
       files[name] = read("out/" + name);
     }
+    EXPECT_EQ(files.erase(kManifestName), 1U);
     return files;
   }
 
@@ -305,7 +306,7 @@ TEST_F(ApplyTest, TakesAnOutputDirectoryWhoseNameBeginsLikeThatOfAnInput) {
     ApplyOptions changed = options();
     changed.outDirectory = path(name);
     apply(changed);
-    EXPECT_EQ(namesIn(path(name)).size(), 7U) << name;
+    EXPECT_EQ(namesIn(path(name)).size(), 8U) << name;
   }
 }
 

@@ -28,6 +28,7 @@ Options:
 Subcommands:
   plan                        Say what apply would do with each definition of an old installation, and what would break. Writes nothing.
   apply                       Carry the schema of an old installation into a new release's as plan says, and write the result to a new directory.
+  restore                     Put a backup that apply --replace has made in the place of the directory; what is there becomes a backup in turn.
   check                       Say what in schema directories the library would lose, change or choke on. Of several directories the last is the new release, and the others are checked against it, too.
   collisions                  Report the definitions of an old installation that collide with a new release.
   compare                     Say what is identical in two schemas, what differs and in what fields, and what only one of them has.
@@ -54,6 +55,7 @@ Options:
   --new DIR REQUIRED          Schema directory of the new release
   --excluded-oids FILE        List of OIDs that are not to be carried
   --out DIR REQUIRED          Directory for the result; must not exist or be empty
+  --replace                   Let the result take the place of a schema directory, which becomes a backup beside it
   --modified-oids FILE        List of OIDs whose definitions are withdrawn from the result's modified schema
   --base DIR                  Schema directory as the old release was shipped with it; tells who has changed what
   --prefer SIDE:{old,new,changed}
@@ -215,7 +217,7 @@ result: out
   EXPECT_EQ(
       namesIn(path("out")),
       (Arguments{"V3.modifiedschema", "V3.qor.at", "V3.qor.oc", "V3.system.at",
-                 "V3.system.oc", "V3.user.at", "V3.user.oc"}));
+                 "V3.system.oc", "V3.user.at", "V3.user.oc", kManifestName}));
   EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
 }
 
@@ -270,7 +272,7 @@ result: out
   EXPECT_EQ(namesIn(path("out")),
             (Arguments{"V3.config.at", "V3.config.oc", "V3.modifiedschema",
                        "V3.qor.at", "V3.qor.oc", "V3.system.at", "V3.system.oc",
-                       "V3.user.at", "V3.user.oc"}));
+                       "V3.user.at", "V3.user.oc", kManifestName}));
 }
 
 TEST_F(CommandTest, PutsTheResultWhereItIsTold) {
@@ -300,7 +302,7 @@ TEST_F(CommandTest, PutsTheResultWhereItIsTold) {
     EXPECT_EQ(result.error, "");
     EXPECT_NE(result.out.find(std::string("\nresult: ") + out + '\n'),
               std::string::npos);
-    EXPECT_EQ(namesIn(path(where)).size(), 7U);
+    EXPECT_EQ(namesIn(path(where)).size(), 8U);
     fs::remove_all(path(where));
     auto after = snapshotOf(root());
     before.erase("empty");  // its time of modification
@@ -318,7 +320,7 @@ TEST_F(CommandTest, PutsTheResultIntoTheCurrentDirectory) {
                  {"apply", "--old", "../old", "--new", "../new", "--out", "."});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error, "");
-  EXPECT_EQ(namesIn(path("empty")).size(), 7U);
+  EXPECT_EQ(namesIn(path("empty")).size(), 8U);
   EXPECT_EQ(namesIn(root()), (Arguments{"empty", "new", "old"}));
 }
 

@@ -11,7 +11,8 @@ namespace {
 
 class InternalErrorTest : public MigrateTest {
  protected:
-  // Runs apply; meanwhile old/V3.user.at is changed to `text`.
+  // Runs apply. While the library reads old/V3.user.at, after the sum of the
+  // file was taken and the plan made, the file holds `text`.
   CommandResult applyWhileChanged(const std::string &text) const {
     write("old/V3.user.at.changed", text);
     const auto before = snapshotOf(root());
@@ -19,6 +20,7 @@ class InternalErrorTest : public MigrateTest {
         run({"apply", "--old", "old", "--new", "new", "--out", "out"}, [] {
           setenv("LD_PRELOAD", SCHEMA_CHANGED_FILE_LIBRARY, 1);
           setenv("CHANGED_FILE", "old/V3.user.at", 1);
+          setenv("CHANGED_OPENING", "3", 1);
         });
     EXPECT_EQ(snapshotOf(root()), before);
     return result;

@@ -25,6 +25,7 @@
 
 #include "Apply.h"
 #include "Inventory.h"
+#include "Manifest.h"
 #include "Trouble.h"
 #include "support/TemporaryDirectory.h"
 

@@ -35,9 +35,12 @@ class OutputDirectoryTest : public MigrateTest {
   }
 
   // Where the files of `target` are made first.
-  static std::string workingName(const std::string &target, int number = 0) {
-    return "." + target + ".partial-" + std::to_string(getpid()) + "-" +
-           std::to_string(number);
+  static std::string workingName(const std::string &target) {
+    return "." + target + ".partial-new";
+  }
+  // The file that is locked.
+  static std::string lockName(const std::string &target) {
+    return "." + target + ".partial-lock";
   }
 
   // What the constructor throws; it must change nothing.
@@ -61,8 +64,10 @@ class OutputDirectoryTest : public MigrateTest {
 TEST_F(OutputDirectoryTest, MakesAnEmptyDirectoryBesideTheTarget) {
   const OutputDirectory out(path("out"));
   EXPECT_EQ(out.working(), fs::canonical(root()) / workingName("out"));
-  EXPECT_EQ(namesIn(root()), Names{workingName("out")});
+  EXPECT_EQ(namesIn(root()), (Names{lockName("out"), workingName("out")}));
   EXPECT_EQ(namesIn(out.working()), Names());
+  EXPECT_EQ(out.notes(), Names());
+  EXPECT_EQ(out.former(), nullptr);
 }
 
 TEST_F(OutputDirectoryTest, RemovesWhatWasMadeUnlessCommitted) {
@@ -110,7 +115,7 @@ TEST_F(OutputDirectoryTest, TakesThePlaceOfAnEmptyDirectory) {
   writeFile(out.working() / "file", "text");
   EXPECT_EQ(namesIn(path("out")), Names());
   out.commit();
-  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(namesIn(root()), (Names{lockName("out"), "out"}));
   EXPECT_EQ(namesIn(path("out")), Names{"file"});
 }
 
@@ -131,19 +136,23 @@ TEST_F(OutputDirectoryTest, TakesATargetWithASlashAtItsEnd) {
     if (exists) {
       fs::create_directory(path("out"));
     }
-    OutputDirectory out(path("out") / "");
-    EXPECT_EQ(out.working().filename(), workingName("out"));
-    writeFile(out.working() / "file", "text");
-    out.commit();
+    {
+      OutputDirectory out(path("out") / "");
+      EXPECT_EQ(out.working().filename(), workingName("out"));
+      writeFile(out.working() / "file", "text");
+      out.commit();
+    }
     EXPECT_EQ(namesIn(root()), Names{"out"});
     EXPECT_EQ(namesIn(path("out")), Names{"file"});
   }
 }
 
 TEST_F(OutputDirectoryTest, ResolvesDotsInTheTarget) {
-  OutputDirectory out(path("missing/../out/."));
-  EXPECT_EQ(namesIn(root()), Names{workingName("out")});
-  out.commit();
+  {
+    OutputDirectory out(path("missing/../out/."));
+    EXPECT_EQ(namesIn(root()), (Names{lockName("out"), workingName("out")}));
+    out.commit();
+  }
   EXPECT_EQ(namesIn(root()), Names{"out"});
 }
 
@@ -155,14 +164,15 @@ TEST_F(OutputDirectoryTest, FollowsSymbolicLinks) {
   const Names top{"link", "link-to-empty", "real"};
   {
     OutputDirectory out(path("link/out"));
-    EXPECT_EQ(namesIn(path("real")), (Names{workingName("out"), "empty"}));
+    EXPECT_EQ(namesIn(path("real")),
+              (Names{lockName("out"), workingName("out"), "empty"}));
     out.commit();
   }
   EXPECT_EQ(namesIn(path("real")), (Names{"empty", "out"}));
   {
     OutputDirectory out(path("link-to-empty"));
     EXPECT_EQ(namesIn(path("real")),
-              (Names{workingName("empty"), "empty", "out"}));
+              (Names{lockName("empty"), workingName("empty"), "empty", "out"}));
     writeFile(out.working() / "file", "text");
     out.commit();
   }
@@ -189,12 +199,13 @@ TEST_F(OutputDirectoryTest, RefusesATargetThatIsNotFree) {
 TEST_F(OutputDirectoryTest, RefusesATargetWithoutAParent) {
   write("file", "");
   EXPECT_EQ(refusal(path("missing/out")),
-            "missing/" + workingName("out") +
-                ": error: cannot create the directory: No such file or "
-                "directory");
+            "missing: error: cannot read the directory: No such file or "
+            "directory");
   EXPECT_EQ(refusal(path("file/out")),
-            "file/" + workingName("out") +
-                ": error: cannot create the directory: Not a directory");
+            "file: error: cannot read the directory: Not a directory");
+  EXPECT_EQ(refusal("/proc/out"),
+            "/proc/out: error: cannot make a file beside it: No such file or "
+            "directory");
 }
 
 TEST_F(OutputDirectoryTest, RefusesALinkThatLeadsNowhere) {
@@ -205,30 +216,45 @@ TEST_F(OutputDirectoryTest, RefusesALinkThatLeadsNowhere) {
             "loop/out: error: Too many levels of symbolic links");
 }
 
-TEST_F(OutputDirectoryTest, LeavesTheWorkingDirectoriesOfOthersAlone) {
-  fs::create_directory(path(workingName("out", 0)));
-  write(workingName("out", 0) + "/file", "text");
-  write(workingName("out", 1), "text");
+TEST_F(OutputDirectoryTest, LeavesWhatIsOfOtherTargetsAlone) {
+  const Names others{".out",
+                     ".out.partial-complete-",
+                     ".out.partial-complete-12x",
+                     ".out.partial-complete-x",
+                     ".out.partial-newer",
+                     ".out.partial-restore-12",
+                     ".out.partial-restore-12-other.backup-1",
+                     ".output.partial-new",
+                     "x.out.partial-new"};
+  for (const std::string &name : others) {
+    fs::create_directory(path(name));
+    write(name + "/file", "text");
+  }
   {
     const OutputDirectory out(path("out"));
-    EXPECT_EQ(out.working().filename(), workingName("out", 2));
+    EXPECT_EQ(out.notes(), Names());
   }
-  EXPECT_EQ(namesIn(root()),
-            (Names{workingName("out", 0), workingName("out", 1)}));
-  EXPECT_EQ(read(workingName("out", 0) + "/file"), "text");
+  EXPECT_EQ(namesIn(root()), others);
+  for (const std::string &name : others) {
+    EXPECT_EQ(read(name + "/file"), "text");
+  }
 }
 
-TEST_F(OutputDirectoryTest, TheFirstOfTwoForOneTargetWins) {
-  OutputDirectory first(path("out"));
-  std::optional<OutputDirectory> second;
-  second.emplace(path("out"));
-  writeFile(first.working() / "file", "first");
-  writeFile(second->working() / "file", "second");
-  first.commit();
-  EXPECT_EQ(commitTrouble(&*second),
-            "out: error: cannot create the directory: Directory not empty");
-  second.reset();
-  EXPECT_EQ(namesIn(root()), Names{"out"});
+TEST_F(OutputDirectoryTest, OfTwoForOneTargetTheSecondIsRefused) {
+  fs::create_directory_symlink(".", path("link"));
+  std::optional<OutputDirectory> first;
+  first.emplace(path("out"));
+  writeFile(first->working() / "file", "first");
+  for (const char *name : {"out", "out/", "link/out"}) {
+    EXPECT_EQ(refusal(path(name)),
+              "out: error: another run of schema-migrate is writing this "
+              "directory");
+  }
+  OutputDirectory(path("other")).commit();
+  first->commit();
+  first.reset();
+  EXPECT_EQ(refusal(path("out")), std::string("out: error: ") + kNotFree);
+  EXPECT_EQ(namesIn(root()), (Names{"link", "other", "out"}));
   EXPECT_EQ(read("out/file"), "first");
 }
 
@@ -237,24 +263,89 @@ TEST_F(OutputDirectoryTest, FailsToCommitWhenAFileHasTakenThePlace) {
   out.emplace(path("out"));
   write("out", "text");
   EXPECT_EQ(commitTrouble(&*out),
-            "out: error: cannot create the directory: Not a directory");
+            "out: error: cannot create the directory: File exists");
   out.reset();
   EXPECT_EQ(namesIn(root()), Names{"out"});
   EXPECT_EQ(read("out"), "text");
 }
 
-TEST_F(OutputDirectoryTest, FailsToCommitWhatDoesNotReachTheDisk) {
+TEST_F(OutputDirectoryTest, FailsToCommitWhenADirectoryHasTakenThePlace) {
   std::optional<OutputDirectory> out;
   out.emplace(path("out"));
-  fs::create_symlink("nowhere", out->working() / "file");
+  fs::create_directory(path("out"));
+  EXPECT_EQ(commitTrouble(&*out),
+            "out: error: cannot create the directory: File exists");
+  out.reset();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+}
+
+TEST_F(OutputDirectoryTest, FailsToCommitWhenAnEmptyDirectoryIsNoLonger) {
+  fs::create_directory(path("out"));
+  std::optional<OutputDirectory> out;
+  out.emplace(path("out"));
+  write("out/file", "text");
+  EXPECT_EQ(commitTrouble(&*out),
+            "out: error: was changed while the result was made; run it again "
+            "when nothing changes the directory");
+  out.reset();
+  EXPECT_EQ(namesIn(root()), Names{"out"});
+  EXPECT_EQ(read("out/file"), "text");
+}
+
+TEST_F(OutputDirectoryTest, FailsToCommitWhenTheFormerIsChanged) {
+  fs::create_directory(path("out"));
+  write("out/V3.user.at", "former");
+  fs::create_directory(path("out/more"));
+  for (const char *name : {"V3.user.at", "V3.user.oc", "more/file"}) {
+    std::optional<OutputDirectory> out;
+    out.emplace(path("out"), Existing::kReplace);
+    write(std::string("out/") + name, "by somebody else");
+    EXPECT_EQ(commitTrouble(&*out),
+              "out: error: was changed while the result was made; run it again "
+              "when nothing changes the directory");
+    out.reset();
+    EXPECT_EQ(namesIn(root()), Names{"out"});
+    EXPECT_EQ(read(std::string("out/") + name), "by somebody else");
+  }
+  OutputDirectory out(path("out"), Existing::kReplace);
+  out.commit();
+  EXPECT_EQ(namesIn(path("out")), Names());
+  EXPECT_EQ(namesIn(path(out.backup())),
+            (Names{"V3.user.at", "V3.user.oc", "more"}));
+}
+
+TEST_F(OutputDirectoryTest, KeepsModeAndOwnerOfAnEmptyDirectory) {
+  fs::create_directory(path("out"));
+  ASSERT_EQ(chmod(path("out").c_str(), 02750), 0);
+  const bool isRoot = geteuid() == 0;
+  if (isRoot) {
+    ASSERT_EQ(chown(path("out").c_str(), 1234, 1235), 0);
+    ASSERT_EQ(chmod(path("out").c_str(), 02750), 0);
+  }
+  {
+    OutputDirectory out(path("out"));
+    writeFile(out.working() / "V3.user.at", "text");
+    out.commit();
+  }
+  struct stat status {};
+  for (const char *name : {"out", "out/V3.user.at"}) {
+    ASSERT_EQ(stat(path(name).c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, isRoot ? 1234 : geteuid()) << name;
+    EXPECT_EQ(status.st_gid, isRoot ? 1235 : getegid()) << name;
+  }
+  ASSERT_EQ(stat(path("out").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 02750U);
+}
+
+TEST_F(OutputDirectoryTest, FailsToCommitWhenItsFilesAreGone) {
+  std::optional<OutputDirectory> out;
+  out.emplace(path("out"));
+  // Nothing can be written to a directory that is not there any more.
+  fs::remove(out->working());
   EXPECT_EQ(commitTrouble(&*out),
             workingName("out") +
-                "/file: error: cannot open: No such file or directory");
-  fs::remove(out->working() / "file");
-  fs::create_symlink("/proc/version", out->working() / "file");
-  EXPECT_EQ(commitTrouble(&*out),
-            workingName("out") +
-                "/file: error: cannot write to disk: Invalid argument");
+                ": error: cannot read the directory: No such file or "
+                "directory");
   out.reset();
   EXPECT_EQ(namesIn(root()), Names());
 }
@@ -268,20 +359,10 @@ TEST_F(OutputDirectoryTest, LeavesNoFileOpen) {
   }
   {
     OutputDirectory out(path("other"));
-    fs::create_symlink("/proc/version", out.working() / "file");
+    fs::remove(out.working());
     commitTrouble(&out);
   }
   EXPECT_EQ(namesIn("/proc/self/fd"), before);
-}
-
-TEST_F(OutputDirectoryTest, FailsToCommitWhenItsFilesAreGone) {
-  OutputDirectory out(path("out"));
-  fs::remove_all(out.working());
-  EXPECT_EQ(commitTrouble(&out),
-            workingName("out") +
-                ": error: cannot read the directory: No such file or "
-                "directory");
-  EXPECT_EQ(namesIn(root()), Names());
 }
 
 }  // namespace

@@ -189,7 +189,7 @@ TEST_F(TraceFileTest, AFullDiskDoesNotUndoAResult) {
   EXPECT_EQ(result.error,
             "/dev/full: error: cannot write the trace\n"
             "the result is complete in out\n");
-  EXPECT_EQ(snapshotOf(path("out")).size(), 7U);
+  EXPECT_EQ(snapshotOf(path("out")).size(), 8U);
 }
 
 TEST_F(TraceFileTest, WrongMasks) {

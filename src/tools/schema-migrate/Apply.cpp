@@ -1,7 +1,13 @@
 #include "Apply.h"
 
+#include <sstream>
+#include <utility>
+
 #include "Carrying.h"
+#include "Disk.h"
 #include "Finding.h"
+#include "FormerDirectory.h"
+#include "Manifest.h"
 #include "OutputDirectory.h"
 #include "PlanReport.h"
 #include "ResultCheck.h"
@@ -119,28 +125,81 @@ ApplyResult describeInput(const Migration &migration) {
   return result;
 }
 
-// Reads the result back. It is gone when it is not what it should be, so the
-// message names the files as they would have been called.
-void checkResult(const Migration &migration, const fs::path &working,
-                 const fs::path &out, ApplyResult *result) {
-  const SchemaDirectory written(working);
-  const Losses losses = findLosses(written, migration);
-  std::string text;
-  for (std::string error : losses.errors) {
-    if (error.rfind(working.string(), 0) == 0) {
-      error.replace(0, working.string().size(), out.string());
+// What names files of the working directory, which is gone when it is read,
+// names them as they would have been called.
+std::string asInOutput(std::string text, const fs::path &working,
+                       const fs::path &out) {
+  for (std::size_t at = text.find(working.string()); at != std::string::npos;
+       at = text.find(working.string(), at + out.string().size())) {
+    text.replace(at, working.string().size(), out.string());
+  }
+  return text;
+}
+
+// Says what the directory is made from.
+Manifest manifestOf(const MigrationOptions &inputs) {
+  Manifest manifest;
+  manifest.addDirectory("old installation", inputs.oldDirectory);
+  manifest.addDirectory("new release", inputs.newDirectory);
+  if (inputs.baseDirectory) {
+    manifest.addDirectory("old release", *inputs.baseDirectory);
+  }
+  const auto add = [&manifest](const char *what,
+                               const std::optional<fs::path> &file) {
+    if (file) {
+      manifest.addFile(what, *file);
     }
-    text += error + '\n';
+  };
+  add("excluded OIDs", inputs.excludedOids);
+  add("modified OIDs", inputs.modifiedOids);
+  add("decisions", inputs.decisions);
+  return manifest;
+}
+
+// Throws Trouble with the first of these lines, and how many more there are.
+void requireNoLosses(const std::vector<std::string> &errors) {
+  constexpr std::size_t kShown = 10;
+  std::string text;
+  for (std::size_t i = 0; i < errors.size() && i < kShown; ++i) {
+    text += errors[i] + '\n';
+  }
+  if (errors.size() > kShown) {
+    text += "and " + std::to_string(errors.size() - kShown) + " more\n";
   }
   if (!text.empty()) {
     throw Trouble(text +
                   "nothing was written; the files do not read back as they "
                   "should; is there room on the disk?");
   }
+}
+
+std::string textOfPlan(const Migration &migration) {
+  std::ostringstream text;
+  printPlan(migration, &text);
+  return text.str();
+}
+
+// Makes the files in the working directory, sees that they hold what they
+// should, and says so in `result`.
+void makeResult(const Migration &migration, const Manifest &manifest,
+                const OutputDirectory &out, Carrying *carrying,
+                ApplyResult *result) {
+  const fs::path &working = out.working();
+  carrying->write(working);
+  const SchemaDirectory written(working);
+  const Losses losses = findLosses(written, migration);
+  requireNoLosses(losses.errors);
   result->written = countDefinitions(written);
   findWhatStays(written, &result->withdrawals);
   result->warnings.insert(result->warnings.end(), losses.warnings.begin(),
                           losses.warnings.end());
+  if (const FormerDirectory *former = out.former()) {
+    former->copyOthers(working);
+    result->kept = former->others();
+  }
+  manifest.requireUnchanged();
+  writeNewFile(working / kManifestName,
+               manifest.text(textOfPlan(migration), working));
 }
 
 }  // namespace
@@ -151,7 +210,11 @@ ApplyResult apply(const ApplyOptions &options) {
        {inputs.oldDirectory, inputs.newDirectory,
         inputs.baseDirectory.value_or(inputs.newDirectory)}) {
     requireOutside(input, options.outDirectory, "a directory");
+    if (options.existing == Existing::kReplace) {
+      requireOutside(options.outDirectory, input, "a directory");
+    }
   }
+  const Manifest manifest = manifestOf(inputs);
   const Migration migration(inputs);
   requireComplete(migration.plan(), migration.oldDirectory());
   requireNoStoppers(migration);
@@ -163,9 +226,15 @@ ApplyResult apply(const ApplyOptions &options) {
   carrying.withdraw();
   result.withdrawals = carrying.withdrawals();
 
-  OutputDirectory out(options.outDirectory);
-  carrying.write(out.working());
-  checkResult(migration, out.working(), options.outDirectory, &result);
-  out.commit();
+  OutputDirectory out(options.outDirectory, options.existing);
+  const fs::path working = out.working();
+  warn(out.notes());
+  try {
+    makeResult(migration, manifest, out, &carrying, &result);
+    out.commit();
+  } catch (const Trouble &trouble) {
+    throw Trouble(asInOutput(trouble.what(), working, options.outDirectory));
+  }
+  result.backup = out.backup();
   return result;
 }

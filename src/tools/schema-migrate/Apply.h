@@ -10,11 +10,14 @@
 
 #include "Inventory.h"
 #include "Migration.h"
+#include "OutputDirectory.h"
 #include "Withdrawals.h"
 
 struct ApplyOptions {
   MigrationOptions migration;
   std::filesystem::path outDirectory;  // where the result goes
+  // Whether a schema directory at outDirectory becomes a backup.
+  Existing existing = Existing::kRefuse;
 };
 
 // Definitions of each kind in each file.
@@ -34,6 +37,10 @@ struct ApplyResult {
   Presence inNew{};
   // What became of the OIDs of the list of modified ones.
   std::vector<Withdrawal> withdrawals;
+  // The backup of the directory that was replaced, and the names of files that
+  // were copied from it; empty if none was.
+  std::string backup = {};
+  std::vector<std::string> kept = {};
   // What the user should know, in lines.
   std::vector<std::string> warnings;
 };
@@ -42,11 +49,14 @@ struct ApplyResult {
 // and writes the result: refuses if there are errors that are not accepted, has
 // the library read, compare, merge and withdraw, sees that it has done what was
 // planned, writes the files that the library can write, copies the others from
-// the release, and reads the result back to see that it holds what it should.
+// the release, and reads the result back to see that it holds what it should. A
+// directory that it replaces hands on its other files; a manifest says what
+// everything was made from.
 //
 // Throws Trouble when anything is wrong, and InternalError when the library has
 // done something else than planned; the output directory is then as it was
-// before. The input directories are only read.
+// before, unless the message says otherwise. The input directories are only
+// read.
 ApplyResult apply(const ApplyOptions &options);
 
 #endif  // SCHEMA_MIGRATE_APPLY_H_

@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 
+#include "Disk.h"
 #include "Inventory.h"
 #include "OidList.h"
 #include "Trouble.h"
@@ -166,11 +167,6 @@ void Carrying::write(const fs::path &directory) {
     if (kSchemaFiles[file.number].written) {
       continue;
     }
-    const fs::path path = directory / kSchemaFiles[file.number].name;
-    std::error_code error;
-    fs::copy_file(file.text.name(), path, error);
-    if (error) {
-      throw Trouble(errorAt(path, 0, "cannot copy: " + error.message()));
-    }
+    copyFile(file.text.name(), directory / kSchemaFiles[file.number].name);
   }
 }

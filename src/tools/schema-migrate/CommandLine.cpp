@@ -119,6 +119,7 @@ CommandLine::CommandLine()
                  "differences, an unknown name"));
   addPlan();
   addApply();
+  addRestore();
   addCheck();
   addCollisions();
   addCompare();
@@ -149,7 +150,28 @@ void CommandLine::addApply() {
   addBoth(apply);
   addDirectory(apply, "--out", &m_options.outDirectory,
                "Directory for the result; must not exist or be empty");
+  apply->add_flag("--replace", m_options.replace,
+                  "Let the result take the place of a schema directory, which "
+                  "becomes a backup beside it");
   addPlanning(apply);
+}
+
+void CommandLine::addRestore() {
+  CLI::App *restore =
+      add("restore",
+          "Put a backup that apply --replace has made in the place of the "
+          "directory; what is there becomes a backup in turn.",
+          "schema-migrate restore --out /srv/merged", runRestore,
+          "no backup to list");
+  addDirectory(restore, "--out", &m_options.outDirectory,
+               "Directory whose backup comes back");
+  restore
+      ->add_option("--backup", m_options.backup,
+                   "Name of the backup; the newest if it is left out")
+      ->type_name("NAME")
+      ->check(expecting("a name"));
+  restore->add_flag("--list", m_options.list,
+                    "Only list the backups, the newest first");
 }
 
 void CommandLine::addCheck() {

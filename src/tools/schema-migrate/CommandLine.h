@@ -27,6 +27,7 @@ class CommandLine {
   void addCompare();
   void addDump();
   void addPlan();
+  void addRestore();
   void addShow();
 
   // `found`: what the exit status 1 says, for the help; null if the command

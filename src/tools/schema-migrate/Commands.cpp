@@ -13,6 +13,7 @@
 #include "OidList.h"
 #include "PlanReport.h"
 #include "Report.h"
+#include "Restore.h"
 #include "Schemas.h"
 #include "Show.h"
 #include "Trouble.h"
@@ -45,7 +46,9 @@ MigrationOptions migrationOf(const Options &options) {
 }  // namespace
 
 int runApply(const Options &options) {
-  const ApplyOptions what{migrationOf(options), options.outDirectory};
+  const ApplyOptions what{
+      migrationOf(options), options.outDirectory,
+      options.replace ? Existing::kReplace : Existing::kRefuse};
   const ApplyResult result = apply(what);
   warn(result.warnings);
   printReport(what, result, &std::cout);
@@ -86,6 +89,14 @@ int runPlan(const Options &options) {
     return kTrouble;
   }
   return migration.plan().changesAnything() ? kFound : kDone;
+}
+
+int runRestore(const Options &options) {
+  if (options.list) {
+    return printBackups(options.outDirectory, &std::cout) ? kDone : kFound;
+  }
+  restore(options.outDirectory, options.backup, &std::cout);
+  return kDone;
 }
 
 int runShow(const Options &options) {

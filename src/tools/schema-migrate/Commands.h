@@ -37,6 +37,9 @@ struct Options {
   unsigned int traceEvents = TraceFile::kAllEvents;
   std::string table;
   bool all = false;
+  bool replace = false;
+  std::optional<std::string> backup;
+  bool list = false;
   std::vector<std::string> keys;
   std::vector<std::string> directories;
   std::uintmax_t sizeLimit = schemacheck::SchemaDirectory::kDefaultLimit;
@@ -52,6 +55,7 @@ int runCollisions(const Options &options);
 int runCompare(const Options &options);
 int runDump(const Options &options);
 int runPlan(const Options &options);
+int runRestore(const Options &options);
 int runShow(const Options &options);
 
 #endif  // SCHEMA_MIGRATE_COMMANDS_H_

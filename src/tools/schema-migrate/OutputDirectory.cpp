@@ -1,68 +1,25 @@
 #include "OutputDirectory.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <string>
 #include <system_error>
 
+#include "Disk.h"
+#include "LeftOvers.h"
 #include "Trouble.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void failAt(const fs::path &path, const std::string &action) {
-  throw Trouble(
-      errorAt(path, 0, action + ": " + std::generic_category().message(errno)));
-}
-
-// Waits until a file or a directory is on disk.
-void sync(const fs::path &path) {
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor == -1) {
-    failAt(path, "cannot open");
-  }
-  if (fsync(descriptor) != 0) {
-    const int error = errno;
-    close(descriptor);
-    errno = error;
-    failAt(path, "cannot write to disk");
-  }
-  close(descriptor);
-}
-
-// The path with symbolic links resolved and without a slash at its end; empty
-// when it cannot be resolved.
-fs::path resolve(const fs::path &path, std::error_code *error) {
-  const fs::path resolved = fs::weakly_canonical(fs::absolute(path), *error);
-  return resolved.has_filename() ? resolved : resolved.parent_path();
-}
-
-fs::path resolve(const fs::path &path) {
-  std::error_code error;
-  fs::path resolved = resolve(path, &error);
-  if (error) {
-    throw Trouble(errorAt(path, 0, error.message()));
-  }
-  return resolved;
-}
-
-void requireFree(const fs::path &target) {
-  std::error_code error;
-  if (!fs::exists(fs::symlink_status(target, error))) {
-    return;
-  }
-  if (!fs::is_directory(target, error) || !fs::is_empty(target, error) ||
-      error) {
-    throw Trouble(errorAt(
-        target, 0,
-        "expected nothing or an empty directory there, found something; the "
-        "result goes to a new directory"));
+// The path as resolve() gives it; empty when it cannot be resolved.
+fs::path resolveOrNothing(const fs::path &path) {
+  try {
+    return resolve(path);
+  } catch (const Trouble &) {
+    return {};
   }
 }
 
@@ -70,9 +27,8 @@ void requireFree(const fs::path &target) {
 
 void requireOutside(const fs::path &directory, const fs::path &path,
                     const std::string &what) {
-  std::error_code ignored;
-  const fs::path outer = resolve(directory, &ignored);
-  const fs::path inner = resolve(path, &ignored);
+  const fs::path outer = resolveOrNothing(directory);
+  const fs::path inner = resolveOrNothing(path);
   const auto ends =
       std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
   if (!outer.empty() && ends.first == outer.end()) {
@@ -82,43 +38,78 @@ void requireOutside(const fs::path &directory, const fs::path &path,
   }
 }
 
-OutputDirectory::OutputDirectory(const fs::path &target)
-    : m_target(resolve(target)) {
-  requireFree(m_target);
-  const std::string stem = "." + m_target.filename().string() + ".partial-" +
-                           std::to_string(getpid()) + "-";
-  for (int number = 0; m_working.empty(); ++number) {
-    const fs::path working =
-        m_target.parent_path() / (stem + std::to_string(number));
-    if (mkdir(working.c_str(), 0777) == 0) {
-      m_working = working;
-    } else if (errno != EEXIST) {
-      failAt(working, "cannot create the directory");
+OutputDirectory::OutputDirectory(const fs::path &target, Existing existing)
+    : m_target(resolve(target)), m_existing(existing) {
+  // What a killed run has left goes even when the target is refused.
+  if (!m_target.has_filename() || !hasLeftOvers(m_target)) {
+    requireSuitable();
+  }
+  m_lock.emplace(m_target);
+  m_notes = settle(m_target);
+  requireSuitable();
+  if (isThere(m_target)) {
+    m_former.emplace(m_target);
+  }
+  const fs::path working = workingPath(m_target, kNewSuffix);
+  makeDirectory(working);
+  m_working = working;
+}
+
+void OutputDirectory::requireSuitable() const {
+  std::error_code error;
+  if (!isThere(m_target)) {
+    return;
+  }
+  const bool isDirectory = fs::is_directory(m_target, error);
+  if (m_existing == Existing::kReplace && m_target.has_filename()) {
+    if (!isDirectory) {
+      throw Trouble(errorAt(m_target, 0,
+                            "expected nothing or a directory there, found "
+                            "something else"));
     }
+    return;
+  }
+  if (!isDirectory || !fs::is_empty(m_target, error) || error) {
+    throw Trouble(errorAt(
+        m_target, 0,
+        "expected nothing or an empty directory there, found something; the "
+        "result goes to a new directory"));
   }
 }
 
 OutputDirectory::~OutputDirectory() {
   if (!m_working.empty()) {
-    std::error_code ignored;
-    fs::remove_all(m_working, ignored);
+    settleQuietly(m_target);
   }
 }
 
 void OutputDirectory::commit() {
-  std::error_code error;
-  for (const fs::directory_entry &file :
-       fs::directory_iterator(m_working, error)) {
-    sync(file.path());
+  if (m_former) {
+    m_former->handOnAttributes(m_working);
   }
-  if (error) {
-    throw Trouble(
-        errorAt(m_working, 0, "cannot read the directory: " + error.message()));
+  syncAll(m_working);
+  if (m_former) {
+    m_former->requireUnchanged();
   }
-  sync(m_working);
-  // An empty directory of that name gives way; anything else makes it fail.
-  if (std::rename(m_working.c_str(), m_target.c_str()) != 0) {
+  if (former() != nullptr) {
+    try {
+      m_backup = replace(m_target);
+    } catch (const Replaced &) {
+      m_working.clear();
+      throw;
+    }
+    m_working.clear();
+    return;
+  }
+  if (m_former) {
+    // It gives way if it is still empty; anything else makes it fail.
+    if (std::rename(m_working.c_str(), m_target.c_str()) != 0) {
+      failAt(m_target, "cannot create the directory");
+    }
+  } else if (!renameToFree(m_working, m_target)) {
+    errno = EEXIST;
     failAt(m_target, "cannot create the directory");
   }
   m_working.clear();
+  syncName(m_target);
 }

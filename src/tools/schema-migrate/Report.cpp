@@ -137,6 +137,12 @@ void printReport(const ApplyOptions &options, const ApplyResult &result,
   *out << "\nnew release: " << inputs.newDirectory.string() << '\n';
   printMissing(result.inNew, out);
   *out << "result: " << options.outDirectory.string() << '\n';
+  if (!result.backup.empty()) {
+    *out << "  what was there is now in " << result.backup << '\n';
+  }
+  for (const std::string &name : result.kept) {
+    *out << "  kept from there: " << name << '\n';
+  }
   printTable({{"release", &result.newRead}, {"result", &result.written}}, out);
   if (inputs.modifiedOids) {
     *out << "\nmodified schema: " << inputs.modifiedOids->string() << '\n'
