@@ -58,9 +58,10 @@ class ApplyRefusalTest : public MigrateTest {
         relative(troubleOf([&] { return apply(accepting(accepted)); }));
     EXPECT_EQ(snapshotOf(root()), before);
     static const std::string kAdvice =
-        "nothing was written; mend the files, list the OIDs of what is not to "
-        "be carried as excluded, or name the codes that are acceptable with "
-        "--accept";
+        "nothing was written; mend the files, or leave out what is not to be "
+        "carried: with --excluded-oids, --decisions, --leave-out, or --accept "
+        "for "
+        "errors that are acceptable";
     const std::size_t end =
         trouble.size() - std::min(trouble.size(), kAdvice.size());
     EXPECT_EQ(trouble.substr(end), kAdvice);

@@ -326,9 +326,10 @@ TEST_F(ApplyTest, TakesOneDirectoryForBothInputs) {
 
 TEST_F(ApplyTest, ChangesNothingWhenItFails) {
   const std::string advice =
-      "nothing was written; mend the files, list the OIDs of what is not to be "
-      "carried as excluded, or name the codes that are acceptable with "
-      "--accept";
+      "nothing was written; mend the files, or leave out what is not to be "
+      "carried: with --excluded-oids, --decisions, --leave-out, or --accept "
+      "for "
+      "errors that are acceptable";
   const std::string none =
       ": error: [NO-FILES] expected schema files (V3.user.at and so on), found "
       "none";

@@ -31,7 +31,7 @@ TEST_F(CheckTest, HelpHoldsAnExample) {
                "Positionals:\n"
                "  directory DIR ... REQUIRED  Schema directories\n"
                "\n" +
-                   std::string(kCommonOptionsHelp) +
+                   std::string(kCommonOptionsHelp) + kFormatHelp +
                    "  --excluded-oids FILE        List of OIDs that are not to "
                    "be carried\n"
                    "  --modified-oids FILE        List of OIDs whose "

@@ -16,8 +16,7 @@ class ClashesTest : public MigrateTest {
     const schemacheck::SchemaDirectory old(path("old"));
     const schemacheck::SchemaDirectory release(path("new"));
     std::ostringstream out;
-    const bool any = printClashes(old, release, excludedOids, &out);
-    EXPECT_EQ(any, out.str() != "All clashes of names and OIDs: 0\n");
+    printClashes(findClashes(old, release, excludedOids), &out);
     return relative(out.str());
   }
 };
@@ -64,7 +63,7 @@ TEST_F(ClashesTest, ByAnyNameAndByOidWithinAndAcrossKinds) {
             "All clashes of names and OIDs: 0\n");
 }
 
-TEST_F(ClashesTest, OfOneNameAreCut) {
+TEST_F(ClashesTest, OfOneNameAreAllNamed) {
   std::string many;
   for (int i = 0; i < 150; ++i) {
     many +=
@@ -74,7 +73,7 @@ TEST_F(ClashesTest, OfOneNameAreCut) {
   write("new/V3.user.at", many);
   const std::string text = clashes();
   EXPECT_EQ(text.substr(0, text.find('\n')),
-            "All clashes of names and OIDs: 100");
+            "All clashes of names and OIDs: 150");
 }
 
 TEST_F(ClashesTest, ArePrintedOnRequestOnly) {

@@ -38,7 +38,7 @@ TEST_F(CollisionsTest, HelpHoldsAnExample) {
       std::string("Report the definitions of an old installation that collide "
                   "with a new release.\n"
                   "Usage: schema-migrate collisions [OPTIONS]\n\n") +
-          kCommonOptionsHelp +
+          kCommonOptionsHelp + kFormatHelp +
           replaceAll(kBothOptionsHelp, "carried\n\n",
                      "carried\n"
                      "  --all                       Also list every two "

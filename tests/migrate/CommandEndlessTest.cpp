@@ -145,7 +145,7 @@ TEST_F(CommandFailureTest, WhatIsUnreadableStaysSoWhenItsCauseIsAccepted) {
   EXPECT_EQ(failure(arguments),
             std::string("old/V3.qor.at:2:19: error: [UNREADABLE] expected "
                         "storage definition (1.2), found that the library does "
-                        "not read it as it stands\n"
+                        "not read it as it stands; check says why\n"
                         "QORAttributetypes=( 1.2 DBNAME ( 'A'\n"
                         "                  ^\n") +
                 kAdvice);

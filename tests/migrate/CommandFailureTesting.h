@@ -12,9 +12,9 @@ using Arguments = std::vector<std::string>;
 
 // What stands behind the findings of a migration that is refused.
 constexpr char kAdvice[] =
-    "nothing was written; mend the files, list the OIDs of what is not to be "
-    "carried as excluded, or name the codes that are acceptable with "
-    "--accept\n";
+    "nothing was written; mend the files, or leave out what is not to be "
+    "carried: with --excluded-oids, --decisions, --leave-out, or --accept for "
+    "errors that are acceptable\n";
 
 inline Arguments applying(const std::string &oldDirectory,
                           const std::string &newDirectory,

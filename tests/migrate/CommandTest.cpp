@@ -51,6 +51,7 @@ Options:
   --trace FILE                File for a trace of the library's operations
   --trace-events MASK Needs: --trace
                               What to trace, as a mask of event bits: 0x1000 and 0x10000 operations (0x2000 and 0x20000 their ends alone), 0x4000000 messages
+  --format FORMAT:{text,json} How to print the result: text (the default), or json: one document in the form that a schema in docs/json states
   --old DIR REQUIRED          Schema directory of the old installation
   --new DIR REQUIRED          Schema directory of the new release
   --excluded-oids FILE        List of OIDs that are not to be carried

@@ -42,6 +42,12 @@ constexpr char kCommonOptionsHelp[] =
     "0x1000 and 0x10000 operations (0x2000 and 0x20000 their ends alone), "
     "0x4000000 messages\n";
 
+// Behind them, the option of a command whose result can be had as JSON.
+constexpr char kFormatHelp[] =
+    "  --format FORMAT:{text,json} How to print the result: text (the "
+    "default), or json: one document in the form that a schema in docs/json "
+    "states\n";
+
 // The other options of a command that reads two directories.
 constexpr char kBothOptionsHelp[] =
     "  --old DIR REQUIRED          Schema directory of the old installation\n"

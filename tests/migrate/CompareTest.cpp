@@ -51,7 +51,7 @@ TEST_F(CompareTest, HelpHoldsAnExample) {
       std::string("Say what is identical in two schemas, what differs and in "
                   "what fields, and what only one of them has.\n"
                   "Usage: schema-migrate compare [OPTIONS]\n\n") +
-          kCommonOptionsHelp + kBothOptionsHelp +
+          kCommonOptionsHelp + kFormatHelp + kBothOptionsHelp +
           "Lists of names, superiors and attributes are compared as sets, in "
           "any case\n"
           "and order. The library also counts values that repeat, so that "

@@ -82,6 +82,9 @@ TEST_F(PlanCommandTest, ListsEachDefinitionUnderItsVerdict) {
           "\n"
           "cannot be carried: 0\n"
           "\n"
+          "withdrawn from the release: 1\n"
+          "  V3.modifiedschema:1: object class 'k' (2.1)\n"
+          "\n"
           "broken in the result: 0\n"
           "\n"
           "errors in the files: 0\n"
@@ -128,7 +131,7 @@ TEST_F(PlanCommandTest, SaysWhatStandsAgainstIt) {
           "be carried\n"
           "  V3.user.at:3: attribute type 'b' (1.2)\n"
           "    [UNREADABLE] expected attribute type 'b' (1.2), found that the "
-          "library does not read it as it stands\n"
+          "library does not read it as it stands; check says why\n"
           "\n"
           "broken in the result: 0\n"
           "\n"
@@ -198,6 +201,33 @@ TEST_F(PlanCommandTest, SaysWhoHasChangedWhatAndWhatWouldBreak) {
   EXPECT_EQ(result.status, 1);
 }
 
+// The old installation has nothing in its place.
+TEST_F(PlanCommandTest, SaysWhatIsWithdrawnFromTheReleaseAlone) {
+  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
+  write("new/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
+  write("new/V3.modifiedschema", "objectclasses=( 2.1 NAME 'k' AUXILIARY )\n");
+  write("modified", "2.1\n");
+  const CommandResult result = plan({"--modified-oids", "modified"});
+  EXPECT_EQ(result.out.substr(result.out.find("withdrawn from")),
+            "withdrawn from the release: 1\n"
+            "  V3.modifiedschema:1: object class 'k' (2.1)\n"
+            "\n"
+            "broken in the result: 0\n"
+            "\n"
+            "errors in the files: 0\n"
+            "\n"
+            "1 definition: 1 attribute type (1 identical)\n");
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST_F(PlanCommandTest, ShowsNoControlCharacters) {
+  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a\33[m' DESC 'x' )\n");
+  write("new/V3.user.at", "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n");
+  const CommandResult result = plan();
+  EXPECT_EQ(result.out.find('\33'), std::string::npos);
+  EXPECT_NE(result.out.find("attribute type 'a?[m' (1.1)"), std::string::npos);
+}
+
 TEST_F(PlanCommandTest, SaysThatThereIsNothingToDo) {
   write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
   write("new/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
@@ -253,6 +283,14 @@ const UsageCase kUsage[] = {
      {"--decisions", "decisions", "--excluded-oids", "list"},
      "decisions:2: error: expected an OID that may be carried, found 1.1, "
      "which is in the list of excluded ones\n"},
+    {"DecisionOnWhatIsWithdrawn",
+     {"--decisions", "decisions", "--modified-oids", "list"},
+     "decisions:2: error: expected an OID that may be carried, found 1.1, "
+     "which is in the list of modified ones\n"},
+    {"CodeOfWhatWouldNotReadBack",
+     {"--accept", "REWRITING"},
+     "--accept: no error that can be accepted has the code 'REWRITING'\n"
+     "Run with --help for more information.\n"},
     {"BaseThatIsNotThere",
      {"--base", "none"},
      "none: error: [NOT-A-DIRECTORY] expected a directory that can be read, "

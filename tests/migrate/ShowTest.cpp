@@ -66,7 +66,7 @@ TEST_F(ShowTest, HelpHoldsAnExample) {
                   "  name NAME-OR-OID ... REQUIRED\n"
                   "                              Names, in any case, or "
                   "OIDs\n\n") +
-          kCommonOptionsHelp +
+          kCommonOptionsHelp + kFormatHelp +
           "  --dir DIR REQUIRED          Schema directory\n\n"
           "Example:\n"
           "  schema-migrate show --dir /srv/schema person 2.5.4.3\n\n" +

@@ -86,6 +86,15 @@ TEST_F(BreakagesTest, NotWhatASideHasByItself) {
   EXPECT_EQ(breakages(), "");
 }
 
+// Nothing but its OID leads to the superior.
+TEST_F(BreakagesTest, NotASuperiorThatIsFoundByItsOid) {
+  write({{"old/V3.user.at", type("1.1", "a")},
+         {"new/V3.user.at",
+          type("1.1", "a") + type("1.2", "a") +
+              "attributetypes=( 1.3 NAME 'b' SUP 1.2 DESC 'x' )\n"}});
+  EXPECT_EQ(breakages(), "");
+}
+
 // The old installation's definition, which defines no superior of its own, is
 // as broken as the release's.
 TEST_F(BreakagesTest, NotWhatTheReplacedDefinitionHadAlready) {

@@ -98,6 +98,17 @@ TEST_F(PlanPreferenceTest, ADecisionSettlesIt) {
             "V3.user.at:2 storage definition (1.1): added\n");
 }
 
+// A list of excluded OIDs takes the word for a comment.
+TEST_F(PlanPreferenceTest, WhatCannotBeListedStops) {
+  write({{"old/V3.user.at", "attributetypes=( 'x#' NAME 'a' DESC 'old' )\n"},
+         {"new/V3.user.at", "attributetypes=( 'x#' NAME 'a' DESC 'new' )\n"}});
+  const char expected[] =
+      "V3.user.at:1 attribute type 'a' (x#): cannot be carried V3.user.at:1, "
+      "DESC neutral [PREFERENCE-SPLIT] stops\n";
+  EXPECT_EQ(planned(preferring(Preference::kNew)), expected);
+  EXPECT_EQ(planned(deciding("x#", Side::kNew)), expected);
+}
+
 TEST_F(PlanPreferenceTest, ADecisionIsForItsOidOnly) {
   write(
       {{"old/V3.user.at", type("1.1", "a", "old") + type("1.2", "b", "old")},

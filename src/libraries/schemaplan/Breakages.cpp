@@ -1,8 +1,11 @@
 #include "Breakages.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "Cycles.h"
@@ -14,7 +17,6 @@ using schemacheck::DefinitionIndex;
 using schemacheck::Finding;
 using schemacheck::inWordsWithPlace;
 using schemacheck::Kind;
-using schemacheck::kindName;
 using schemacheck::lowerCase;
 using schemacheck::Statement;
 using schemacheck::Value;
@@ -23,17 +25,6 @@ namespace {
 
 // A cycle is shown up to this many definitions.
 constexpr std::size_t kLongestCycle = 5;
-
-// The first value of the field that is this one in any case; null if none is.
-const Value *find(const Statement &statement, const char *keyword,
-                  std::string_view text) {
-  for (const Value *value : statement.valuesOf(keyword)) {
-    if (schemacheck::isSameInAnyCase(value->text, text)) {
-      return value;
-    }
-  }
-  return nullptr;
-}
 
 // The definition of the directory that has the place of one of the result.
 const Statement *sameIn(const Installation &side, const Statement &statement) {
@@ -44,10 +35,13 @@ const Statement *sameIn(const Installation &side, const Statement &statement) {
 class Breakages {
  public:
   Breakages(const Installation &old, const Installation &release,
-            const std::vector<SidedDefinition> &result)
+            const std::vector<SidedDefinition> &result,
+            const std::vector<SidedDefinition> &resultByOid)
       : m_sides{&old, &release}, m_result(result) {
-    for (const SidedDefinition &one : result) {
-      m_index.add(*one.statement);
+    for (const auto *definitions : {&result, &resultByOid}) {
+      for (const SidedDefinition &one : *definitions) {
+        m_index.add(*one.statement);
+      }
     }
   }
 
@@ -89,6 +83,18 @@ class Breakages {
         [&](const Installation *side) { return question(*side); });
   }
 
+  // Whether a value of the field is this one in any case.
+  bool has(const Statement &statement, std::string_view keyword,
+           std::string_view text) {
+    const auto [values, isNew] = m_values.try_emplace({&statement, keyword});
+    if (isNew) {
+      statement.forValuesOf(keyword, [&values = values](const Value &value) {
+        values->second.insert(lowerCase(value.text));
+      });
+    }
+    return values->second.count(lowerCase(text)) != 0;
+  }
+
   void checkReferences(const SidedDefinition &one, const char *keyword,
                        Kind kind) {
     const Statement &statement = *one.statement;
@@ -98,8 +104,7 @@ class Breakages {
       }
       const auto isMissing = [&](const Installation &side) {
         const Statement *same = sameIn(side, statement);
-        return same != nullptr &&
-               schemaplan::find(*same, keyword, value->text) != nullptr &&
+        return same != nullptr && has(*same, keyword, value->text) &&
                side.directory.index().target(kind, value->text) == nullptr;
       };
       if (isSoAlone(isMissing)) {
@@ -128,8 +133,7 @@ class Breakages {
       const auto isShared = [&](const Installation &side) {
         for (const Statement *one : {first, &statement}) {
           const Statement *same = sameIn(side, *one);
-          if (same == nullptr ||
-              schemaplan::find(*same, keyword, value->text) == nullptr) {
+          if (same == nullptr || !has(*same, keyword, value->text)) {
             return false;
           }
         }
@@ -166,8 +170,9 @@ class Breakages {
       for (const Value *value : statement.valuesOf("SUP")) {
         const Statement *superior =
             m_index.target(statement.definition->kind, value->text);
-        if (superior != nullptr) {
-          superiors[i].push_back(numbers.at(superior));
+        const auto number = numbers.find(superior);
+        if (number != numbers.end()) {
+          superiors[i].push_back(number->second);
         }
       }
     }
@@ -179,6 +184,7 @@ class Breakages {
 
   void checkCycle(const std::vector<std::size_t> &cycle) {
     std::vector<const Statement *> way;
+    way.reserve(cycle.size() + 1);
     for (const std::size_t number : cycle) {
       way.push_back(m_result[number].statement);
     }
@@ -227,15 +233,20 @@ class Breakages {
   const std::vector<SidedDefinition> &m_result;
   DefinitionIndex m_index;  // of the result
   std::unordered_map<std::string, const Statement *> m_firstWithColumn;
+  // The values that were looked for in a field, in lower case.
+  std::map<std::pair<const Statement *, std::string_view>,
+           std::unordered_set<std::string>>
+      m_values;
   std::vector<Finding> m_findings;
 };
 
 }  // namespace
 
-std::vector<Finding> findBreakages(const Installation &old,
-                                   const Installation &release,
-                                   const std::vector<SidedDefinition> &result) {
-  return Breakages(old, release, result).find();
+std::vector<Finding> findBreakages(
+    const Installation &old, const Installation &release,
+    const std::vector<SidedDefinition> &result,
+    const std::vector<SidedDefinition> &resultByOid) {
+  return Breakages(old, release, result, resultByOid).find();
 }
 
 }  // namespace schemaplan

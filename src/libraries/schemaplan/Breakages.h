@@ -9,7 +9,8 @@
 
 namespace schemaplan {
 
-// Looks, in the definitions that the result will hold under their names, for
+// Looks, in the definitions that the result will hold under their names, beside
+// those that only their OIDs lead to, for
 // superiors and attributes that nothing defines there, superiors that lead back
 // to where they began, and names and columns that two definitions share;
 // reports those that neither the old installation nor the release has by
@@ -18,7 +19,8 @@ namespace schemaplan {
 // Takes time n log n in the size of the definitions.
 std::vector<schemacheck::Finding> findBreakages(
     const Installation &old, const Installation &release,
-    const std::vector<SidedDefinition> &result);
+    const std::vector<SidedDefinition> &result,
+    const std::vector<SidedDefinition> &resultByOid);
 
 }  // namespace schemaplan
 

@@ -65,6 +65,7 @@ std::vector<Origin> Origins::ofChanges(
   const auto ofOld = changedFields(m_old, old, *before);
   const auto ofRelease = changedFields(m_release, release, *before);
   std::vector<Origin> origins;
+  origins.reserve(changes.size());
   for (const FieldChange &change : changes) {
     origins.push_back(originOf(isAmong(change.field, ofOld),
                                isAmong(change.field, ofRelease)));

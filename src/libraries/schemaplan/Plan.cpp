@@ -47,21 +47,16 @@ VerdictCounts Plan::counts() const {
 bool Plan::isMerged(const PlannedDefinition &planned) const {
   return planned.verdict == Verdict::kAdded ||
          planned.verdict == Verdict::kReplaces ||
-         (isWithdrawnByLibrary(planned) && !planned.changes.empty());
+         (planned.verdict == Verdict::kWithdrawn && !planned.changes.empty() &&
+          excludedOids.count(planned.statement->oid()) == 0);
 }
 
 bool Plan::changesAnything() const {
-  return std::any_of(definitions.begin(), definitions.end(),
+  return !withdrawn.empty() ||
+         std::any_of(definitions.begin(), definitions.end(),
                      [this](const PlannedDefinition &planned) {
-                       return isMerged(planned) ||
-                              isWithdrawnByLibrary(planned);
+                       return isMerged(planned);
                      });
-}
-
-// What the release lacks is not carried, and then there is nothing to withdraw.
-bool Plan::isWithdrawnByLibrary(const PlannedDefinition &planned) const {
-  return planned.verdict == Verdict::kWithdrawn &&
-         excludedOids.count(planned.statement->oid()) == 0;
 }
 
 std::vector<Finding> Plan::stoppers() const {

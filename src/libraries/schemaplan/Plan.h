@@ -77,6 +77,9 @@ class Plan {
   // What it will hold besides: definitions of the release whose name another
   // one has taken before them, so that their OID alone leads to them.
   std::vector<SidedDefinition> resultByOid;
+  // The definitions of the release that are withdrawn, whatever the old
+  // installation has in their places.
+  std::vector<const schemacheck::Statement *> withdrawn;
   // What will not fit together in the result, while neither side has this
   // fault. These do not stop the migration.
   std::vector<schemacheck::Finding> breakages;
@@ -89,9 +92,6 @@ class Plan {
   bool changesAnything() const;
   // What stops the migration.
   std::vector<schemacheck::Finding> stoppers() const;
-
- private:
-  bool isWithdrawnByLibrary(const PlannedDefinition &planned) const;
 };
 
 // Plans the migration of `old` into `release`; `base` is the old release as it

@@ -76,7 +76,8 @@ class Planner {
     }
     withdraw();
     makeResult();
-    m_plan.breakages = findBreakages(m_old, m_release, m_plan.result);
+    m_plan.breakages =
+        findBreakages(m_old, m_release, m_plan.result, m_plan.resultByOid);
     return std::move(m_plan);
   }
 
@@ -86,6 +87,7 @@ class Planner {
     PlannedDefinition planned{&statement, Verdict::kBlocked};
     if (!m_old.isRead(statement)) {
       planned.obstacle = notRead(statement);
+      planned.obstacle->message += "; check says why";
     } else if (!statement.isEntered()) {
       planned.obstacle = findingAt(
           Code::kNoOid, statement.file->text, statement.definition->span.begin,
@@ -149,7 +151,11 @@ class Planner {
         exclude(&planned, "its OID is in the list of excluded ones");
       } else if (decision != m_rules.decisions.end() &&
                  decision->second == Side::kNew &&
-                 planned.verdict != Verdict::kIdentical && canBeListed(oid)) {
+                 planned.verdict != Verdict::kIdentical) {
+        if (!canBeListed(oid)) {
+          block(&planned, unlistable(*planned.statement));
+          continue;
+        }
         exclude(&planned, "decided for the release's side");
         m_plan.excludedOids.insert(oid);
       } else if (isCarried(planned) && m_rules.modifiedOids.count(oid) != 0 &&
@@ -211,7 +217,11 @@ class Planner {
            "expected one side to have changed what has this OID since the old "
            "release, found that both have; decide on " +
                oid);
-    } else if (isPartNew || !canBeListed(oid)) {
+    } else if (!canBeListed(oid)) {
+      for (PlannedDefinition *planned : group) {
+        block(planned, unlistable(*planned->statement));
+      }
+    } else if (isPartNew) {
       stop(group, Code::kPreferenceSplit,
            "expected the release to have all that has this OID, found that it "
            "has only a part; decide on " +
@@ -234,6 +244,15 @@ class Planner {
       block(planned,
             findingAt(code, planned->statement->file->text, offset, message));
     }
+  }
+
+  static Finding unlistable(const Statement &statement) {
+    return findingAt(Code::kPreferenceSplit, statement.file->text,
+                     statement.definition->span.begin,
+                     "expected an OID that a list of excluded ones can hold, "
+                     "found '" +
+                         statement.oid() +
+                         "'; the release's side cannot be taken");
   }
 
   static void block(PlannedDefinition *planned, Finding finding) {
@@ -386,7 +405,11 @@ class Planner {
       }
     }
     for (const Statement &statement : m_release.directory.statements()) {
-      if (!statement.isEntered() || isWithdrawn(statement)) {
+      if (!statement.isEntered()) {
+        continue;
+      }
+      if (isWithdrawn(statement)) {
+        m_plan.withdrawn.push_back(&statement);
         continue;
       }
       if (!m_release.isHeld(statement)) {

@@ -97,10 +97,11 @@ void requireNoStoppers(const Migration &migration) {
   for (const schemacheck::Finding &finding : stoppers) {
     text += toText(finding);
   }
-  throw Trouble(text +
-                "nothing was written; mend the files, list the OIDs of what is "
-                "not to be carried as excluded, or name the codes that are "
-                "acceptable with --accept");
+  throw Trouble(
+      text +
+      "nothing was written; mend the files, or leave out what is not "
+      "to be carried: with --excluded-oids, --decisions, --leave-out, "
+      "or --accept for errors that are acceptable");
 }
 
 ApplyResult describeInput(const Migration &migration) {
@@ -221,8 +222,13 @@ ApplyResult apply(const ApplyOptions &options) {
   ApplyResult result = describeInput(migration);
 
   Carrying carrying(migration);
-  carrying.compare();
-  carrying.merge();
+  try {
+    carrying.compare();
+    carrying.merge();
+  } catch (const InternalError &) {
+    manifest.requireUnchanged();  // or else it is no fault of the command
+    throw;
+  }
   carrying.withdraw();
   result.withdrawals = carrying.withdrawals();
 

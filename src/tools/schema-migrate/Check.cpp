@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "DirectoryCheck.h"
+#include "FindingsText.h"
 #include "ListChecks.h"
 #include "Plan.h"
 #include "SchemaDirectory.h"
@@ -81,7 +82,7 @@ class Check {
     }
   }
 
-  const std::vector<Finding> &findings() const { return m_findings; }
+  std::vector<Finding> takeFindings() { return std::move(m_findings); }
 
  private:
   struct Directory {
@@ -143,14 +144,16 @@ class Check {
 
 }  // namespace
 
-bool printCheck(const CheckOptions &options, std::ostream *out) {
-  const Check check(options);
-  for (const Finding &finding : check.findings()) {
-    *out << toText(finding);
-  }
-  const std::size_t errors = count(check.findings(), Severity::kError);
-  const std::size_t warnings = count(check.findings(), Severity::kWarning);
-  *out << inWords(errors, "error") << ", " << inWords(warnings, "warning")
-       << '\n';
-  return errors == 0 && (warnings == 0 || !options.strict);
+CheckResult check(const CheckOptions &options) {
+  CheckResult result;
+  result.findings = Check(options).takeFindings();
+  result.errors = count(result.findings, Severity::kError);
+  result.warnings = count(result.findings, Severity::kWarning);
+  return result;
+}
+
+void printCheck(const CheckResult &result, std::ostream *out) {
+  printFindings(result.findings, out);
+  *out << inWords(result.errors, "error") << ", "
+       << inWords(result.warnings, "warning") << '\n';
 }

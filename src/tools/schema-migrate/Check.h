@@ -2,12 +2,15 @@
 #ifndef SCHEMA_MIGRATE_CHECK_H_
 #define SCHEMA_MIGRATE_CHECK_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "Finding.h"
 
 struct CheckOptions {
   // From the old installations to the new release: the last is what the others
@@ -19,8 +22,21 @@ struct CheckOptions {
   bool strict;               // whether warnings count
 };
 
-// Prints all findings, and how many there are. Returns whether there is none
-// that counts.
-bool printCheck(const CheckOptions &options, std::ostream *out);
+struct CheckResult {
+  std::vector<schemacheck::Finding> findings;
+  // How many of them are errors, and warnings.
+  std::size_t errors = 0;
+  std::size_t warnings = 0;
+
+  // Whether there is none that counts.
+  bool passes(bool strict) const {
+    return errors == 0 && (warnings == 0 || !strict);
+  }
+};
+
+CheckResult check(const CheckOptions &options);
+
+// Prints all findings, and how many there are.
+void printCheck(const CheckResult &result, std::ostream *out);
 
 #endif  // SCHEMA_MIGRATE_CHECK_H_

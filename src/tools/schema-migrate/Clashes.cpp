@@ -1,5 +1,7 @@
 #include "Clashes.h"
 
+#include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <unordered_map>
 #include <utility>
@@ -12,9 +14,6 @@ using schemacheck::Statement;
 using schemacheck::Value;
 
 namespace {
-
-// Of the definitions that have one name or OID, as many are looked at.
-constexpr std::size_t kMostOfOne = 100;
 
 using Statements = std::vector<const Statement *>;
 
@@ -30,10 +29,10 @@ bool areSame(const Statement &a, const Statement &b) {
          isIdentical(a, b);
 }
 
-class Clashes {
+class Finder {
  public:
-  Clashes(const SchemaDirectory &old, const SchemaDirectory &release,
-          const std::set<std::string> &excludedOids) {
+  Finder(const SchemaDirectory &old, const SchemaDirectory &release,
+         const std::set<std::string> &excludedOids) {
     for (const Statement &statement : release.statements()) {
       m_withOid[statement.oid()].push_back(&statement);
       for (const std::string &name : namesOf(statement)) {
@@ -47,7 +46,7 @@ class Clashes {
     }
   }
 
-  const std::vector<std::string> &lines() const { return m_lines; }
+  std::vector<Clash> takeClashes() { return std::move(m_clashes); }
 
  private:
   using Index = std::unordered_map<std::string, Statements>;
@@ -62,52 +61,63 @@ class Clashes {
 
   void look(const Statement &statement) {
     // What the statement shares with others, in the order in which it is found.
-    std::vector<std::pair<const Statement *, std::string>> shared;
+    std::vector<Clash> shared;
     std::unordered_map<const Statement *, std::size_t> numbers;
     const auto take = [&](const Index &index, const std::string &key,
-                          const std::string &what) {
+                          const auto &add) {
       const auto found = index.find(key);
       if (key.empty() || found == index.end()) {
         return;
       }
       const Statements &others = found->second;
-      for (std::size_t i = 0; i < others.size() && i < kMostOfOne; ++i) {
+      for (std::size_t i = 0; i < others.size(); ++i) {
         if (areHalves(statement, *others[i]) ||
             areSame(statement, *others[i])) {
           continue;
         }
         const auto [number, isNew] = numbers.emplace(others[i], shared.size());
         if (isNew) {
-          shared.emplace_back(others[i], what);
-        } else {
-          shared[number->second].second += ", " + what;
+          shared.push_back({&statement, others[i]});
         }
+        add(&shared[number->second]);
       }
     };
-    take(m_withOid, statement.oid(), "OID " + statement.oid());
+    take(m_withOid, statement.oid(),
+         [](Clash *clash) { clash->sameOid = true; });
     for (const std::string &name : namesOf(statement)) {
-      take(m_withName, name, "name '" + name + "'");
+      take(m_withName, name,
+           [&name](Clash *clash) { clash->sameNames.push_back(name); });
     }
-    for (const auto &[other, what] : shared) {
-      m_lines.push_back(inWordsWithPlace(statement) + ", and " +
-                        inWordsWithPlace(*other) + ": " + what);
-    }
+    std::move(shared.begin(), shared.end(), std::back_inserter(m_clashes));
   }
 
   Index m_withOid;  // of the release
   Index m_withName;
-  std::vector<std::string> m_lines;
+  std::vector<Clash> m_clashes;
 };
+
+// "OID 1.2, name 'cn'"
+std::string sharedInWords(const Clash &clash) {
+  std::string text = clash.sameOid ? "OID " + clash.old->oid() : "";
+  for (const std::string &name : clash.sameNames) {
+    text += (text.empty() ? "name '" : ", name '") + name + "'";
+  }
+  return text;
+}
 
 }  // namespace
 
-bool printClashes(const SchemaDirectory &old, const SchemaDirectory &release,
-                  const std::set<std::string> &excludedOids,
-                  std::ostream *out) {
-  const Clashes clashes(old, release, excludedOids);
-  *out << "All clashes of names and OIDs: " << clashes.lines().size() << '\n';
-  for (const std::string &line : clashes.lines()) {
-    *out << "  " << line << '\n';
+std::vector<Clash> findClashes(const SchemaDirectory &old,
+                               const SchemaDirectory &release,
+                               const std::set<std::string> &excludedOids) {
+  return Finder(old, release, excludedOids).takeClashes();
+}
+
+void printClashes(const std::vector<Clash> &clashes, std::ostream *out) {
+  *out << "All clashes of names and OIDs: " << clashes.size() << '\n';
+  for (const Clash &clash : clashes) {
+    *out << "  " << inWordsWithPlace(*clash.old) << ", and "
+         << inWordsWithPlace(*clash.release) << ": " << sharedInWords(clash)
+         << '\n';
   }
-  return !clashes.lines().empty();
 }

@@ -134,6 +134,7 @@ void CommandLine::addPlan() {
           "installation, and what would break. Writes nothing.",
           "schema-migrate plan --old /srv/old/schema --new /srv/new/schema",
           runPlan, "changes to be made");
+  addFormat(plan);
   addBoth(plan);
   addPlanning(plan);
 }
@@ -147,6 +148,7 @@ void CommandLine::addApply() {
           "--out /srv/merged",
           runApply);
   addTrace(apply);
+  addFormat(apply);
   addBoth(apply);
   addDirectory(apply, "--out", &m_options.outDirectory,
                "Directory for the result; must not exist or be empty");
@@ -183,6 +185,7 @@ void CommandLine::addCheck() {
           "schema-migrate check /srv/old/schema /srv/new/schema", runCheck,
           "errors found, or warnings with --strict");
   addTrace(check);
+  addFormat(check);
   check->add_option("directory", m_options.directories, "Schema directories")
       ->type_name("DIR")
       ->check(expecting("a name"))
@@ -205,6 +208,7 @@ void CommandLine::addCollisions() {
           "/srv/new/schema",
           runCollisions, "collisions found");
   addTrace(collisions);
+  addFormat(collisions);
   addBoth(collisions);
   collisions->add_flag(
       "--all", m_options.all,
@@ -221,6 +225,7 @@ void CommandLine::addCompare() {
           "/srv/new/schema",
           runCompare, "differences found");
   addTrace(compare);
+  addFormat(compare);
   addBoth(compare);
   addNote(compare, kCompareNote);
 }
@@ -232,6 +237,7 @@ void CommandLine::addShow() {
                        "schema-migrate show --dir /srv/schema person 2.5.4.3",
                        runShow, "a name or an OID that nothing has");
   addTrace(show);
+  addFormat(show);
   addDirectory(show, "--dir", &m_options.directory, "Schema directory");
   show->add_option("name", m_options.keys, "Names, in any case, or OIDs")
       ->type_name("NAME-OR-OID")
@@ -333,6 +339,19 @@ void CommandLine::addSizeLimit(CLI::App *command) {
                    "The largest file to read, in bytes")
       ->type_name("BYTES")
       ->capture_default_str();
+}
+
+void CommandLine::addFormat(CLI::App *command) {
+  command
+      ->add_option_function<std::string>(
+          "--format",
+          [this](const std::string &format) {
+            m_options.json = format == "json";
+          },
+          "How to print the result: text (the default), or json: one document "
+          "in the form that a schema in docs/json states")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"text", "json"}));
 }
 
 void CommandLine::requireCommand(const std::string &word) const {

@@ -41,6 +41,7 @@ class CommandLine {
   void addBoth(CLI::App *command);
   void addPlanning(CLI::App *command);
   void addSizeLimit(CLI::App *command);
+  void addFormat(CLI::App *command);
 
   void requireCommand(const std::string &word) const;
   void requireSense() const;

@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -9,6 +10,7 @@
 #include "Collisions.h"
 #include "Compare.h"
 #include "Dump.h"
+#include "JsonReports.h"
 #include "Migration.h"
 #include "OidList.h"
 #include "PlanReport.h"
@@ -51,7 +53,11 @@ int runApply(const Options &options) {
       options.replace ? Existing::kReplace : Existing::kRefuse};
   const ApplyResult result = apply(what);
   warn(result.warnings);
-  printReport(what, result, &std::cout);
+  if (options.json) {
+    printApplyJson(what, result, &std::cout);
+  } else {
+    printReport(what, result, &std::cout);
+  }
   return kDone;
 }
 
@@ -59,32 +65,59 @@ int runCheck(const Options &options) {
   const CheckOptions what{options.directories, options.excludedOids,
                           options.modifiedOids, options.sizeLimit,
                           options.strict};
-  return printCheck(what, &std::cout) ? kDone : kFound;
+  const CheckResult result = check(what);
+  if (options.json) {
+    printCheckJson(what, result, &std::cout);
+  } else {
+    printCheck(result, &std::cout);
+  }
+  return result.passes(what.strict) ? kDone : kFound;
 }
 
 int runCollisions(const Options &options) {
   const auto schemas = readSchemas(options);
-  bool any = printCollisions(schemas.get(), &std::cout);
+  const Collisions collisions = findCollisions(schemas.get());
+  std::optional<schemacheck::SchemaDirectory> old;
+  std::optional<schemacheck::SchemaDirectory> release;
+  std::optional<std::vector<Clash>> clashes;
   if (options.all) {
-    const schemacheck::SchemaDirectory old(options.oldDirectory);
-    const schemacheck::SchemaDirectory release(options.newDirectory);
-    const std::set<std::string> excluded =
-        options.excludedOids ? readOidList(*options.excludedOids)
-                             : std::set<std::string>();
-    any = printClashes(old, release, excluded, &std::cout) || any;
+    old.emplace(options.oldDirectory);
+    release.emplace(options.newDirectory);
+    clashes =
+        findClashes(*old, *release,
+                    options.excludedOids ? readOidList(*options.excludedOids)
+                                         : std::set<std::string>());
   }
-  return any ? kFound : kDone;
+  if (options.json) {
+    printCollisionsJson(*schemas, collisions, clashes, &std::cout);
+  } else {
+    printCollisions(collisions, &std::cout);
+    if (clashes) {
+      printClashes(*clashes, &std::cout);
+    }
+  }
+  return collisions.any() || (clashes && !clashes->empty()) ? kFound : kDone;
 }
 
 int runCompare(const Options &options) {
   const auto schemas = readSchemas(options);
-  return printComparison(schemas.get(), &std::cout) ? kDone : kFound;
+  const Comparison comparison = compareSchemas(schemas.get());
+  if (options.json) {
+    printComparisonJson(*schemas, comparison, &std::cout);
+  } else {
+    printComparison(*schemas, comparison, &std::cout);
+  }
+  return comparison.equal() ? kDone : kFound;
 }
 
 int runPlan(const Options &options) {
   const Migration migration(migrationOf(options));
   warn(migration.warnings());
-  printPlan(migration, &std::cout);
+  if (options.json) {
+    printPlanJson(migration, &std::cout);
+  } else {
+    printPlan(migration, &std::cout);
+  }
   if (!migration.stoppers().empty()) {
     return kTrouble;
   }
@@ -100,7 +133,14 @@ int runRestore(const Options &options) {
 }
 
 int runShow(const Options &options) {
-  return show(options.directory, options.keys) ? kDone : kFound;
+  const Shown shown(options.directory, options.keys);
+  if (options.json) {
+    printShownJson(shown, &std::cout);
+    std::for_each(shown.keys().begin(), shown.keys().end(), printError);
+  } else {
+    printShown(shown);
+  }
+  return shown.isComplete() ? kDone : kFound;
 }
 
 int runDump(const Options &options) {

@@ -36,6 +36,7 @@ struct Options {
   std::optional<std::string> trace;
   unsigned int traceEvents = TraceFile::kAllEvents;
   std::string table;
+  bool json = false;  // the form of the output
   bool all = false;
   bool replace = false;
   std::optional<std::string> backup;
@@ -48,7 +49,8 @@ struct Options {
 
 // Each does what the options say, prints the result on standard output and what
 // else is to be said on standard error, and returns the exit status. Throws
-// Trouble when something is wrong with the input or the file system.
+// Trouble when something is wrong with the input or the file system; nothing
+// is printed on standard output then.
 int runApply(const Options &options);
 int runCheck(const Options &options);
 int runCollisions(const Options &options);

@@ -3,10 +3,8 @@
 #include <map>
 #include <ostream>
 #include <string>
-#include <vector>
+#include <utility>
 
-#include "Fields.h"
-#include "Inventory.h"
 #include "SchemaManager.h"
 #include "Untraced.h"
 
@@ -29,9 +27,9 @@ const Entry *findByOidOnly(const Inventory &files, Kind kind,
   return entry != nullptr && files.isFoundByOidOnly(*entry) ? entry : nullptr;
 }
 
-class Comparison {
+class Comparer {
  public:
-  explicit Comparison(Schemas *schemas)
+  explicit Comparer(Schemas *schemas)
       : m_schemas(*schemas),
         m_oldFiles(schemas->oldFiles()),
         m_newFiles(schemas->newFiles()) {
@@ -49,30 +47,11 @@ class Comparison {
             theirs.storageDefinitions(), findByKey);
   }
 
-  bool equal() const {
-    return m_different.empty() && m_onlyOld.empty() && m_onlyNew.empty();
-  }
-
-  void print(std::ostream *out) const {
-    print("identical", m_identical, out);
-    print("different", m_different, out);
-    print("only in the old schema", m_onlyOld, out);
-    print("only in the new schema", m_onlyNew, out);
-    print("excluded", m_excluded, out);
-  }
+  Comparison takeResult() { return std::move(m_result); }
 
  private:
-  using Lines = std::vector<std::string>;
   template <class Definition>
   using Table = std::map<std::string, Definition *>;
-
-  static void print(const char *heading, const Lines &lines,
-                    std::ostream *out) {
-    *out << heading << ": " << lines.size() << '\n';
-    for (const std::string &line : lines) {
-      *out << "  " << line << '\n';
-    }
-  }
 
   template <class Definition>
   void compare(Kind kind, const Table<Definition> &mine,
@@ -84,58 +63,110 @@ class Comparison {
         continue;
       }
       if (m_schemas.oldSchema()->isExcluded(entry->oid) != 0) {
-        m_excluded.push_back(atPlace(m_oldFiles, *entry));
+        m_result.excluded.push_back({entry, other});
       } else if (other == nullptr) {
-        m_onlyOld.push_back(atPlace(m_oldFiles, *entry) + sameOidAs(*entry));
+        m_result.onlyOld.push_back({entry, nullptr, {}, sameOidAs(*entry)});
       } else {
-        compareFields(*entry, *definition, *other, *theirs.at(key));
+        compareFields({entry, other}, *definition, *theirs.at(key));
       }
     }
     for (const auto &[key, definition] : theirs) {
       const Entry *entry = find(m_newFiles, kind, key);
       if (entry != nullptr && find(m_oldFiles, kind, key) == nullptr) {
-        m_onlyNew.push_back(atPlace(m_newFiles, *entry));
+        m_result.onlyNew.push_back({nullptr, entry});
       }
     }
   }
 
   // The release's attribute type or object class with the OID of an entry that
-  // the release lacks, in words; empty when there is none.
-  std::string sameOidAs(const Entry &entry) const {
+  // the release lacks, or null.
+  const Entry *sameOidAs(const Entry &entry) const {
     if (entry.kind == Kind::kStorage || entry.oid.empty()) {
-      return "";
+      return nullptr;
     }
     for (const Kind kind :
          {entry.kind, Kind::kAttributeType, Kind::kObjectClass}) {
       if (const Entry *other = m_newFiles.firstWithOid(kind, entry.oid)) {
-        return std::string("; the new schema has this OID as ") +
-               kindName(kind) +
-               (other->name.empty() ? "" : " '" + other->name + "'") + ", " +
-               m_newFiles.place(*other);
+        return other;
       }
     }
-    return "";
+    return nullptr;
   }
 
   template <class Definition>
-  void compareFields(const Entry &entry, const Definition &mine,
-                     const Entry &otherEntry, const Definition &theirs) {
-    const std::vector<Field> oldFields = fieldsOf(mine);
-    const std::vector<Field> newFields = fieldsOf(theirs);
-    std::string differences;
+  void compareFields(ComparedDefinition compared, const Definition &mine,
+                     const Definition &theirs) {
+    std::vector<Field> oldFields = fieldsOf(mine);
+    std::vector<Field> newFields = fieldsOf(theirs);
     for (std::size_t i = 0; i < oldFields.size(); ++i) {
       if (!sameValues(oldFields[i], newFields[i])) {
-        differences += std::string("\n    ") + oldFields[i].name +
-                       "\n      old: " + oldFields[i].text() +
-                       "\n      new: " + newFields[i].text();
+        compared.differences.push_back(
+            {std::move(oldFields[i]), std::move(newFields[i])});
       }
     }
-    if (differences.empty()) {
-      m_identical.push_back(describe(entry));
-    } else {
-      m_different.push_back(describe(entry) + ", " + m_oldFiles.place(entry) +
-                            " and " + m_newFiles.place(otherEntry) +
-                            differences);
+    (compared.differences.empty() ? m_result.identical : m_result.different)
+        .push_back(std::move(compared));
+  }
+
+  Schemas &m_schemas;
+  const Inventory &m_oldFiles;
+  const Inventory &m_newFiles;
+  Comparison m_result;
+};
+
+class Printer {
+ public:
+  Printer(const Schemas &schemas, std::ostream *out)
+      : m_oldFiles(schemas.oldFiles()),
+        m_newFiles(schemas.newFiles()),
+        m_out(*out) {}
+
+  void print(const Comparison &comparison) {
+    print("identical", comparison.identical,
+          [this](const auto &compared) { m_out << describe(*compared.old); });
+    print("different", comparison.different, [this](const auto &compared) {
+      m_out << atPlace(m_oldFiles, *compared.old) << " and "
+            << m_newFiles.place(*compared.release);
+      printDifferences(compared.differences);
+    });
+    print("only in the old schema", comparison.onlyOld,
+          [this](const auto &compared) {
+            m_out << atPlace(m_oldFiles, *compared.old);
+            printSameOid(compared.sameOid);
+          });
+    print("only in the new schema", comparison.onlyNew,
+          [this](const auto &compared) {
+            m_out << atPlace(m_newFiles, *compared.release);
+          });
+    print("excluded", comparison.excluded, [this](const auto &compared) {
+      m_out << atPlace(m_oldFiles, *compared.old);
+    });
+  }
+
+ private:
+  template <class PrintOne>
+  void print(const char *heading, const std::vector<ComparedDefinition> &list,
+             PrintOne printOne) {
+    m_out << heading << ": " << list.size() << '\n';
+    for (const ComparedDefinition &compared : list) {
+      m_out << "  ";
+      printOne(compared);
+      m_out << '\n';
+    }
+  }
+
+  void printDifferences(const std::vector<Difference> &differences) {
+    for (const Difference &one : differences) {
+      m_out << "\n    " << one.old.name << "\n      old: " << one.old.text()
+            << "\n      new: " << one.release.text();
+    }
+  }
+
+  void printSameOid(const Entry *other) {
+    if (other != nullptr) {
+      m_out << "; the new schema has this OID as " << kindName(other->kind)
+            << (other->name.empty() ? "" : " '" + other->name + "'") << ", "
+            << m_newFiles.place(*other);
     }
   }
 
@@ -143,21 +174,19 @@ class Comparison {
     return describe(entry) + ", " + files.place(entry);
   }
 
-  Schemas &m_schemas;
   const Inventory &m_oldFiles;
   const Inventory &m_newFiles;
-  Lines m_identical;
-  Lines m_different;
-  Lines m_onlyOld;
-  Lines m_onlyNew;
-  Lines m_excluded;
+  std::ostream &m_out;
 };
 
 }  // namespace
 
-bool printComparison(Schemas *schemas, std::ostream *out) {
+Comparison compareSchemas(Schemas *schemas) {
   const Untraced untraced;
-  const Comparison comparison(schemas);
-  comparison.print(out);
-  return comparison.equal();
+  return Comparer(schemas).takeResult();
+}
+
+void printComparison(const Schemas &schemas, const Comparison &comparison,
+                     std::ostream *out) {
+  Printer(schemas, out).print(comparison);
 }

@@ -57,6 +57,9 @@ bool canBeAccepted(Code code) {
     case Code::kSectionEmpty:
     case Code::kPhantom:
     case Code::kUnreadable:
+    // The library would write what it cannot read back.
+    case Code::kSecondSuperior:
+    case Code::kRewriting:
     case Code::kListUnterminated:
       return false;
     default:
@@ -150,6 +153,17 @@ std::set<std::string> Migration::readList(const fs::path &path) {
   return std::move(list.oids);
 }
 
+// A decision for a definition that a list takes away is a contradiction.
+void Migration::requireUnlisted(const std::set<std::string> &oids,
+                                const char *list, const std::string &oid,
+                                int line) const {
+  if (oids.count(oid) != 0) {
+    throw Trouble(errorAt(*m_options.decisions, line,
+                          "expected an OID that may be carried, found " + oid +
+                              ", which is in the list of " + list + " ones"));
+  }
+}
+
 void Migration::readDecisions(schemaplan::Rules *rules) {
   const auto isKnown = [this](const std::string &oid) {
     const schemacheck::DefinitionIndex &index = m_old->directory.index();
@@ -158,12 +172,9 @@ void Migration::readDecisions(schemaplan::Rules *rules) {
            index.withOid(schemacheck::Kind::kStorage, oid) != nullptr;
   };
   for (const auto &[oid, decision] : ::readDecisions(*m_options.decisions)) {
-    if (rules->excludedOids.count(oid) != 0 &&
-        decision.side == schemaplan::Side::kOld) {
-      throw Trouble(errorAt(*m_options.decisions, decision.line,
-                            "expected an OID that may be carried, found " +
-                                oid +
-                                ", which is in the list of excluded ones"));
+    if (decision.side == schemaplan::Side::kOld) {
+      requireUnlisted(rules->excludedOids, "excluded", oid, decision.line);
+      requireUnlisted(rules->modifiedOids, "modified", oid, decision.line);
     }
     if (!isKnown(oid)) {
       m_warnings.push_back(m_options.decisions->string() + ":" +

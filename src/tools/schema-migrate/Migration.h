@@ -74,6 +74,8 @@ class Migration {
   schemaplan::Rules readRules();
   std::set<std::string> readList(const std::filesystem::path &path);
   void readDecisions(schemaplan::Rules *rules);
+  void requireUnlisted(const std::set<std::string> &oids, const char *list,
+                       const std::string &oid, int line) const;
   void takeErrors(const std::vector<schemacheck::Finding> &findings);
   void takeWarnings(const std::vector<schemacheck::Finding> &findings);
 

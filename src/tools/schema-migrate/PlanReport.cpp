@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <ostream>
 #include <set>
+#include <sstream>
 
+#include "FindingsText.h"
 #include "Trouble.h"
 
 using schemacheck::Finding;
@@ -73,6 +75,18 @@ const char *lackName(Origin origin) {
   return "changed by the administrator, dropped by the release";
 }
 
+// Names and values may hold what a terminal takes for commands.
+std::string withoutControls(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(),
+      [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return (byte < ' ' && c != '\n') || byte == 127;
+      },
+      '?');
+  return text;
+}
+
 class Printer {
  public:
   Printer(const Migration &migration, std::ostream *out)
@@ -80,14 +94,16 @@ class Printer {
 
   void print() {
     const MigrationOptions &options = m_migration.options();
-    m_out << "old installation: " << options.oldDirectory.string() << '\n'
-          << "new release: " << options.newDirectory.string() << '\n';
+    m_text << "old installation: " << options.oldDirectory.string() << '\n'
+           << "new release: " << options.newDirectory.string() << '\n';
     if (options.baseDirectory) {
-      m_out << "old release: " << options.baseDirectory->string() << '\n';
+      m_text << "old release: " << options.baseDirectory->string() << '\n';
     }
     for (const Verdict verdict : kAllVerdicts) {
       printVerdict(verdict);
     }
+    printWithdrawn();
+    m_out << withoutControls(m_text.str());
     printFindings("broken in the result", m_plan.breakages);
     printFindings("errors in the files", m_migration.errors());
     const std::size_t errors = m_migration.stoppers().size();
@@ -103,13 +119,26 @@ class Printer {
   }
 
  private:
+  // What goes from the release.
+  void printWithdrawn() {
+    if (m_plan.withdrawn.empty()) {
+      return;
+    }
+    m_text << "\nwithdrawn from the release: " << m_plan.withdrawn.size()
+           << '\n';
+    for (const Statement *statement : m_plan.withdrawn) {
+      m_text << "  " << placeOf(*statement) << ": " << statement->inWords()
+             << '\n';
+    }
+  }
+
   void printVerdict(Verdict verdict) {
     const auto number =
         std::count_if(m_plan.definitions.begin(), m_plan.definitions.end(),
                       [verdict](const PlannedDefinition &planned) {
                         return planned.verdict == verdict;
                       });
-    m_out << '\n' << verdictName(verdict) << ": " << number << '\n';
+    m_text << '\n' << verdictName(verdict) << ": " << number << '\n';
     for (const PlannedDefinition &planned : m_plan.definitions) {
       if (planned.verdict == verdict) {
         printDefinition(planned);
@@ -119,21 +148,21 @@ class Printer {
 
   void printDefinition(const PlannedDefinition &planned) {
     const Statement &statement = *planned.statement;
-    m_out << "  " << placeOf(statement) << ": " << statement.inWords();
+    m_text << "  " << placeOf(statement) << ": " << statement.inWords();
     switch (planned.verdict) {
       case Verdict::kIdentical:
       case Verdict::kWithdrawn:
         break;
       case Verdict::kExcluded:
-        m_out << ": " << planned.reason;
+        m_text << ": " << planned.reason;
         if (!planned.changes.empty()) {
           printCounterpart(planned);
         }
         break;
       case Verdict::kShadowed:
-        m_out << ": " << placeOf(*planned.counterpart) << " has the same "
-              << (statement.definition->kind == Kind::kStorage ? "OID"
-                                                               : "first name");
+        m_text << ": " << placeOf(*planned.counterpart) << " has the same "
+               << (statement.definition->kind == Kind::kStorage ? "OID"
+                                                                : "first name");
         if (planned.obstacle) {
           printObstacle(planned);
         }
@@ -148,7 +177,7 @@ class Printer {
         printObstacle(planned);
         break;
     }
-    m_out << '\n';
+    m_text << '\n';
     if (planned.verdict == Verdict::kReplaces ||
         planned.verdict == Verdict::kExcluded) {
       printChanges(planned);
@@ -157,47 +186,46 @@ class Printer {
 
   void printObstacle(const PlannedDefinition &planned) {
     if (!planned.obstacle) {
-      m_out << ": " << planned.reason;
+      m_text << ": " << planned.reason;
       return;
     }
-    m_out << (planned.stops ? "" : ": accepted") << "\n    ["
-          << describe(planned.obstacle->code).name << "] "
-          << planned.obstacle->message;
+    m_text << (planned.stops ? "" : ": accepted") << "\n    ["
+           << describe(planned.obstacle->code).name << "] "
+           << planned.obstacle->message;
   }
 
   void printCounterpart(const PlannedDefinition &planned) {
-    m_out << "; the release's is at " << placeOf(*planned.counterpart);
+    m_text << "; the release's is at " << placeOf(*planned.counterpart);
     printOrigin(originName(planned.origin));
   }
 
   void printOrigin(const std::string &origin) {
     if (!origin.empty()) {
-      m_out << "; " << origin;
+      m_text << "; " << origin;
     }
   }
 
   void printChanges(const PlannedDefinition &planned) {
     for (std::size_t i = 0; i < planned.changes.size(); ++i) {
       const FieldChange &change = planned.changes[i];
-      m_out << "    " << change.old.name << ": " << effectName(change.effect);
+      m_text << "    " << change.old.name << ": " << effectName(change.effect);
       if (!planned.changeOrigins.empty()) {
         printOrigin(originName(planned.changeOrigins[i]));
       }
-      m_out << "\n      release: " << change.release.text()
-            << "\n      old:     " << change.old.text() << '\n';
+      m_text << "\n      release: " << change.release.text()
+             << "\n      old:     " << change.old.text() << '\n';
     }
   }
 
   void printFindings(const char *heading,
                      const std::vector<Finding> &findings) {
     m_out << '\n' << heading << ": " << findings.size() << '\n';
-    for (const Finding &finding : findings) {
-      m_out << toText(finding);
-    }
+    ::printFindings(findings, &m_out);
   }
 
   const Migration &m_migration;
   const Plan &m_plan;
+  std::ostringstream m_text;  // of the definitions
   std::ostream &m_out;
 };
 
