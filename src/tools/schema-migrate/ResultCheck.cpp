@@ -41,11 +41,12 @@ class Check {
   }
 
   Losses run() {
-    // The library is not let loose on files that it might not come back from.
-    if (m_view.lost.empty()) {
-      readBack();
-    } else {
+    // The library is not let loose on files that it might not come back from,
+    // or would give up.
+    if (!m_view.lost.empty()) {
       reportUnreadable();
+    } else if (!reportGivenUp()) {
+      readBack();
     }
     if (!m_losses.errors.empty()) {
       return std::move(m_losses);
@@ -124,10 +125,28 @@ class Check {
   void readBack() {
     for (const schemacheck::StrictFile &file : m_written.files()) {
       if (m_readBack.readFile(kSchemaFiles[file.number].name) != 0) {
-        m_losses.errors.push_back(
-            errorAt(file.text.name(), 0, "cannot read the file back"));
+        reportNotReadBack(file.text.name());
       }
     }
+  }
+
+  // Whether there is any.
+  bool reportGivenUp() {
+    std::set<std::string> files;
+    for (const schemacheck::Finding &finding : m_view.findings) {
+      if (finding.severity() == schemacheck::Severity::kError &&
+          !canBeAccepted(finding.code)) {
+        files.insert(finding.file);
+      }
+    }
+    for (const std::string &file : files) {
+      reportNotReadBack(file);
+    }
+    return !files.empty();
+  }
+
+  void reportNotReadBack(const std::string &file) {
+    m_losses.errors.push_back(errorAt(file, 0, "cannot read the file back"));
   }
 
   void reportUnreadable() {
