@@ -175,7 +175,8 @@ TEST(JsonSchemaFileTest, HasATitleAndADescriptionAndIsClosed) {
 TEST(JsonSchemaFileTest, SaysTheSameOfWhatSeveralHave) {
   std::map<std::string, Json> parts;
   for (const std::string command : kCommands) {
-    for (const auto &part : readSchema(command)["$defs"].items()) {
+    const Json schema = readSchema(command);
+    for (const auto &part : schema["$defs"].items()) {
       EXPECT_EQ(parts.emplace(part.key(), part.value()).first->second,
                 part.value())
           << command << ' ' << part.key();
