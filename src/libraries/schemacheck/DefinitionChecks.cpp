@@ -50,7 +50,7 @@ class DefinitionChecks {
       if (!statement.isEntered()) {
         continue;
       }
-      if (!isHeld(statement)) {
+      if (!m_index.isHeld(statement)) {
         addRepeated(statement);
         continue;
       }
@@ -106,11 +106,6 @@ class DefinitionChecks {
       add(Code::kNoName, statement, atStart(statement),
           "expected a name of the attribute type, found none");
     }
-  }
-
-  bool isHeld(const Statement &statement) const {
-    return m_index.holder(statement.definition->kind, statement.key()) ==
-           &statement;
   }
 
   void addRepeated(const Statement &statement) {

@@ -20,6 +20,10 @@ const Statement *DefinitionIndex::holder(Kind kind,
   return of(kind).byKey.find(key);
 }
 
+bool DefinitionIndex::isHeld(const Statement &statement) const {
+  return holder(statement.definition->kind, statement.key()) == &statement;
+}
+
 const Statement *DefinitionIndex::withOid(Kind kind,
                                           std::string_view oid) const {
   return of(kind).byOid.find(oid);

@@ -21,6 +21,8 @@ class DefinitionIndex {
 
   // The definition that a manager holds under the key; null if there is none.
   const Statement *holder(Kind kind, std::string_view key) const;
+  // Whether that is this definition, and not another one of its key.
+  bool isHeld(const Statement &statement) const;
   // The first with the OID.
   const Statement *withOid(Kind kind, std::string_view oid) const;
   // The first with the name, in any case, wherever it stands among its names.

@@ -37,8 +37,7 @@ struct Installation {
   // Whether a manager holds it under its name, or for storage definitions under
   // its OID.
   bool isHeld(const schemacheck::Statement &statement) const {
-    return directory.index().holder(statement.definition->kind,
-                                    statement.key()) == &statement;
+    return directory.index().isHeld(statement);
   }
 };
 

@@ -113,12 +113,6 @@ void Carrying::readExcludedOids() {
   }
 }
 
-// Whether the library has it in a table, and not another one in its place.
-bool Carrying::isHeld(const Statement &statement) const {
-  return m_migration.oldDirectory().index().holder(
-             statement.definition->kind, statement.key()) == &statement;
-}
-
 void Carrying::compare() {
   if (m_old.compSchemas(&m_new) == 0) {
     throw Trouble("error: the comparison of the two schemas failed");
@@ -126,7 +120,8 @@ void Carrying::compare() {
   for (const PlannedDefinition &planned : m_migration.plan().definitions) {
     const bool isToBeCarried = m_migration.plan().isMerged(planned);
     const Statement &statement = *planned.statement;
-    if (isHeld(statement) && holds(m_old, statement) != isToBeCarried) {
+    if (m_migration.oldDirectory().index().isHeld(statement) &&
+        holds(m_old, statement) != isToBeCarried) {
       throw InternalError(statement.place() + ": " + statement.inWords() +
                           (isToBeCarried
                                ? " is planned to be carried, and is not"

@@ -35,7 +35,6 @@ class Carrying {
 
  private:
   void readExcludedOids();
-  bool isHeld(const schemacheck::Statement &statement) const;
 
   const Migration &m_migration;
   SchemaManager m_old;

@@ -34,7 +34,7 @@ class Check {
         m_release(migration.newDirectory()),
         m_plan(migration.plan()) {
     for (const Statement &statement : m_release.statements()) {
-      if (statement.isEntered() && !isHeld(m_release, statement)) {
+      if (statement.isEntered() && !m_release.index().isHeld(statement)) {
         keysOf(m_repeated, statement.definition->kind).insert(statement.key());
       }
     }
@@ -83,12 +83,6 @@ class Check {
 
   static std::set<std::string> &keysOf(Keys &keys, Kind kind) {
     return keys[static_cast<std::size_t>(kind)];
-  }
-
-  static bool isHeld(const SchemaDirectory &directory,
-                     const Statement &statement) {
-    return directory.index().holder(statement.definition->kind,
-                                    statement.key()) == &statement;
   }
 
   // Whether the library has the definition with the fields expected.
