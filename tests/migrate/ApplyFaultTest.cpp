@@ -48,13 +48,13 @@ class ApplyFaultTest : public FaultTest {
     const bool isReplaced = contentsOf(path("out")) == m_made;
     EXPECT_TRUE(isReplaced || snapshotOf(path("out")) == former);
     switch (result.status) {
-      case 0:
+      case kDone:
         // What is not needed may fail, and what is nobody's to tell.
         EXPECT_TRUE(isReplaced);
         EXPECT_EQ(result.error, "");
         EXPECT_NE(result.out, "");
         break;
-      case 2:
+      case kFileError:
         if (!result.error.empty() || !mayBeSilent) {
           expectMessage(result.error, isReplaced);
         }
@@ -107,6 +107,12 @@ TEST_P(ApplyFaultCallTest, InputOrOutputFails) { sweep(GetParam(), "EIO"); }
 
 INSTANTIATE_TEST_SUITE_P(Calls, ApplyFaultCallTest,
                          testing::ValuesIn(kChangingCalls), callName);
+
+INSTANTIATE_TEST_SUITE_P(ReadingCalls, ApplyFaultCallTest,
+                         testing::Values("fstat", "getdents64", "lseek",
+                                         "newfstatat", "read", "readlink",
+                                         "statx"),
+                         callName);
 
 // The order in which things reach the disk, which no fault of a running system
 // shows.
@@ -164,7 +170,7 @@ TEST_F(ApplyFaultTest, WithoutAnExchangeNothingIsReplaced) {
     makeFormer();
     const auto former = snapshotOf(path("out"));
     CommandResult result = runWithFault(fault, kReplace);
-    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.status, kFileError);
     EXPECT_EQ(result.error,
               "out: error: cannot replace the directory: its file system "
               "cannot exchange two directories in one step\n");
@@ -210,7 +216,7 @@ TEST_F(ApplyFaultTest, OfTwoRunsAtOnceOneIsRefused) {
   for (const Arguments &arguments :
        {kReplace, kCreate, Arguments{"restore", "--out", "out"}}) {
     const CommandResult second = run(arguments);
-    EXPECT_EQ(second.status, 2);
+    EXPECT_EQ(second.status, kFileError);
     EXPECT_EQ(second.out, "");
     EXPECT_EQ(second.error,
               "out: error: another run of schema-migrate is writing this "

@@ -65,7 +65,7 @@ TEST_P(ApplyKilledTest, MakesAWholeDirectoryOrNone) {
       [&] {
         const Contents now = contentsOf(path("out"));
         EXPECT_TRUE(now == kNotThere || now == made);
-        EXPECT_EQ(run(kCreate).status, now == made ? 2 : 0);
+        EXPECT_EQ(run(kCreate).status, now == made ? kFileError : kDone);
         EXPECT_EQ(contentsOf(path("out")), made);
         EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
       });
@@ -100,7 +100,7 @@ TEST_P(FewKilledTest, FillsAnEmptyDirectoryWhollyOrNotAtAll) {
   sweep(kCreate, prepare, [&] {
     const Contents now = contentsOf(path("out"));
     EXPECT_TRUE(now == Contents() || now == made);
-    EXPECT_EQ(run(kCreate).status, now == made ? 2 : 0);
+    EXPECT_EQ(run(kCreate).status, now == made ? kFileError : kDone);
     EXPECT_EQ(contentsOf(path("out")), made);
     EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
   });
@@ -126,7 +126,7 @@ TEST_P(FewKilledTest, RestoresAWholeDirectory) {
       // A run that is refused tidies up, too.
       EXPECT_EQ(
           run({"restore", "--out", "out", "--backup", "out.backup-1"}).status,
-          2);
+          kFileError);
       EXPECT_EQ(contentsOf(path("out")), now);
       std::vector<Contents> rest;
       if (now != backup) {

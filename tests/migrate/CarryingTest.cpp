@@ -186,16 +186,17 @@ TEST_F(CarryingTest, TheMergeMakesTheReleaseTheResult) {
 
 TEST_F(CarryingTest, SaysSoWhenTheLibraryDoesSomethingElse) {
   const std::string a = "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n";
+  const std::string other = "attributetypes=( 1.1 NAME 'a' DESC 'y' )\n";
   write("old/V3.user.at", a);
   writeSmallRelease();
-  EXPECT_EQ(faultAfter([this] { write("old/V3.user.at", ""); }),
+  write("new/V3.user.at", other);
+  EXPECT_EQ(faultAfter([&] { write("old/V3.user.at", other); }),
             "old/V3.user.at:1: attribute type 'a' (1.1) is planned to be "
             "carried, and is not");
-  write("old/V3.user.at", a);
-  write("new/V3.user.at", a);
-  EXPECT_EQ(faultAfter([this] { write("new/V3.user.at", ""); }),
+  EXPECT_EQ(faultAfter([&] { write("old/V3.user.at", a); }),
             "old/V3.user.at:1: attribute type 'a' (1.1) would be carried, and "
             "is not planned to be");
+  write("new/V3.user.at", "");
   write("old/V3.config.at", "");
   EXPECT_EQ(faultAfter([this, &a] {
               write("old/V3.user.at", "");

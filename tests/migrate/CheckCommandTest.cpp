@@ -16,54 +16,55 @@ class CheckTest : public ReadingCommandTest {
   // Expects what a check of the directory "old" prints.
   void expectFindings(const std::string &findings) const {
     expectResult(run({"check", "old"}, withLimits),
-                 count(findings, ": error: [") == 0 ? 0 : 1, withSum(findings),
-                 "");
+                 count(findings, ": error: [") == 0 ? kDone : kFindings,
+                 withSum(findings), "");
   }
 };
 
 TEST_F(CheckTest, HelpHoldsAnExample) {
-  expectResult(run({"check", "--help"}), 0,
-               "Say what in schema directories the library would lose, change "
-               "or choke on. Of several directories the last is the new "
-               "release, and the others are checked against it, too.\n"
-               "Usage: schema-migrate check [OPTIONS] directory...\n"
-               "\n"
-               "Positionals:\n"
-               "  directory DIR ... REQUIRED  Schema directories\n"
-               "\n" +
-                   std::string(kCommonOptionsHelp) + kFormatHelp +
-                   "  --excluded-oids FILE        List of OIDs that are not to "
-                   "be carried\n"
-                   "  --modified-oids FILE        List of OIDs whose "
-                   "definitions are to be withdrawn\n"
-                   "  --max-size BYTES=67108864   The largest file to read, in "
-                   "bytes\n"
-                   "  --strict                    Let warnings count as errors "
-                   "do\n"
-                   "\n"
-                   "Example:\n"
-                   "  schema-migrate check /srv/old/schema "
-                   "/srv/new/schema\n\n" +
-                   exitStatusHelp("errors found, or warnings with --strict"),
-               "");
+  expectResult(
+      run({"check", "--help"}), 0,
+      "Say what in schema directories the library would lose, change "
+      "or choke on. Of several directories the last is the new "
+      "release, and the others are checked against it, too.\n"
+      "Usage: schema-migrate check [OPTIONS] directory...\n"
+      "\n"
+      "Positionals:\n"
+      "  directory DIR ... REQUIRED  Schema directories\n"
+      "\n" +
+          std::string(kCommonOptionsHelp) + kFormatHelp +
+          "  --excluded-oids FILE        List of OIDs that are not to "
+          "be carried\n"
+          "  --modified-oids FILE        List of OIDs whose "
+          "definitions are to be withdrawn\n"
+          "  --max-size BYTES=67108864   The largest file to read, in "
+          "bytes\n"
+          "  --strict                    Let warnings count as errors "
+          "do\n"
+          "\n"
+          "Example:\n"
+          "  schema-migrate check /srv/old/schema "
+          "/srv/new/schema\n\n" +
+          exitStatusHelp("  2 errors found, or warnings with --strict\n"),
+      "");
 }
 
 TEST_F(CheckTest, WrongUsageIsTrouble) {
-  expectResult(run({"check"}), 2, "", usageError("directory is required"));
-  expectResult(run({"check", "old", "--max-size", "x"}), 2, "",
+  expectResult(run({"check"}), kUsage, "", usageError("directory is required"));
+  expectResult(run({"check", "old", "--max-size", "x"}), kUsage, "",
                usageError("Could not convert: --max-size = x"));
 }
 
 TEST_F(CheckTest, DirectoriesThatCannotBeRead) {
   expectResult(
-      run({"check", "missing"}), 1,
+      run({"check", "missing"}), kFileError,
       "missing: error: [NOT-A-DIRECTORY] expected a directory that can be "
       "read, found: No such file or directory\n"
       "1 error, 0 warnings\n",
       "");
   write("file", "");
   expectResult(
-      run({"check", "file"}), 1,
+      run({"check", "file"}), kFileError,
       "file: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
       "found: Not a directory\n"
       "1 error, 0 warnings\n",
@@ -95,7 +96,7 @@ TEST_F(CheckTest, FilesThatCannotBeRead) {
   ASSERT_EQ(mkfifo(path("old/V3.qor.at").c_str(), 0600), 0);
   std::filesystem::create_symlink("nowhere", path("old/V3.system.at"));
   expectResult(
-      run({"check", "old", "--max-size", "1000"}, withLimits), 1,
+      run({"check", "old", "--max-size", "1000"}, withLimits), kFileError,
       "old/V3.user.at: error: [NOT-A-FILE] expected a regular file, found a "
       "directory\n"
       "old/V3.qor.at: error: [NOT-A-FILE] expected a regular file, found "
@@ -132,7 +133,7 @@ TEST_F(CheckTest, TheLastDirectoryIsTheRelease) {
       "attributetypes=( 1.3 NAME 'c' DESC 'x' )\n"
       "                 ^\n";
   const CommandResult result = run({"check", "old", "new"});
-  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.status, kFindings);
   EXPECT_EQ(result.out.substr(0, findings.size()), findings);
   write("list", "1.2 1.3 1.4 1.5\n");
   expectResult(run({"check", "old", "new", "--excluded-oids", "list"}), 0,
@@ -144,7 +145,7 @@ TEST_F(CheckTest, ListsOfOids) {
   write("old/V3.user.at", kType);
   write("list", "1.1 2.2 # comment\nfoo 1.1\n1.1 # the end");
   expectResult(
-      run({"check", "old", "--excluded-oids", "list"}, withLimits), 1,
+      run({"check", "old", "--excluded-oids", "list"}, withLimits), kFindings,
       "list:1:5: warning: [LIST-UNKNOWN] expected the OID of a definition, "
       "found 2.2, which no definition has\n"
       "1.1 2.2 # comment\n"
@@ -184,7 +185,7 @@ TEST_F(CheckTest, HugeInputsEndSoon) {
     write("old/V3.user.at", many);
     const CommandResult result = run({"check", "old"}, withLimits);
     EXPECT_EQ(result.error, "");
-    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.status, kFindings);
     EXPECT_LT(result.out.size(), 100U << 20);
   }
 }
@@ -204,7 +205,7 @@ TEST_F(CheckTest, ManyDefinitionsWithoutEndTakeLinearTime) {
     write("old/V3.user.at", many);
     const CommandResult result = run({"check", "old"}, withLimits);
     EXPECT_EQ(result.error, "");
-    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.status, kFindings);
   }
 }
 
@@ -216,7 +217,7 @@ TEST_F(CheckTest, WhatIsNoSchemaFileIsGivenUp) {
   write("old/V3.user.at", text);
   const CommandResult result = run({"check", "old"}, withLimits);
   EXPECT_EQ(result.error, "");
-  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.status, kFindings);
   EXPECT_NE(result.out.find("error: [TOO-DAMAGED] expected a schema file, "
                             "found 10000 departures from its form; the rest is "
                             "not checked\n"),

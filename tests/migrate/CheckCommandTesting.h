@@ -73,10 +73,10 @@ class CheckCommandTest : public ReadingCommandTest,
   void expectFindings() const {
     const std::string &findings = GetParam().findings;
     expectResult(run({"check", "d"}, withLimits),
-                 count(findings, ": error: [") == 0 ? 0 : 1, withSum(findings),
-                 "");
+                 count(findings, ": error: [") == 0 ? kDone : kFindings,
+                 withSum(findings), "");
     expectResult(run({"check", "--strict", "d"}, withLimits),
-                 findings.empty() ? 0 : 1, withSum(findings), "");
+                 findings.empty() ? kDone : kFindings, withSum(findings), "");
   }
 };
 

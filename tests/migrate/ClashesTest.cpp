@@ -94,7 +94,7 @@ TEST_F(ClashesTest, ArePrintedOnRequestOnly) {
                 "All clashes of names and OIDs: 1\n"
                 "  old/V3.user.at:1, attribute type 'a' (1.1), and "
                 "new/V3.user.at:1, attribute type 'b' (1.1): OID 1.1\n");
-  EXPECT_EQ(with.status, 1);
+  EXPECT_EQ(with.status, kFindings);
   write("excluded", "1.1\n");
   EXPECT_EQ(run({"collisions", "--old", "old", "--new", "new", "--all",
                  "--excluded-oids", "excluded"})

@@ -51,7 +51,7 @@ TEST_F(CollisionsTest, HelpHoldsAnExample) {
           "Example:\n"
           "  schema-migrate collisions --old /srv/old/schema --new "
           "/srv/new/schema\n\n" +
-          exitStatusHelp("collisions found"),
+          exitStatusHelp("  2 collisions found\n"),
       "");
 }
 
@@ -60,21 +60,24 @@ TEST_F(CollisionsTest, WrongUsageAndBadInputAreTrouble) {
   write("list", "1.1");
   const struct {
     Arguments arguments;
+    ExitStatus status;
     std::string error;
   } kCases[] = {
-      {{"collisions", "--old", "old"}, usageError("--new is required")},
-      {{"collisions", "--new", "old"}, usageError("--old is required")},
+      {{"collisions", "--old", "old"}, kUsage, usageError("--new is required")},
+      {{"collisions", "--new", "old"}, kUsage, usageError("--old is required")},
       {{"collisions", "--old", "old", "--new", "new"},
+       kBadInput,
        "new: error: expected schema files (V3.user.at and so on), found "
        "none\n"},
       {{"collisions", "--old", "old", "--new", "old", "--excluded-oids",
         "list"},
+       kBadInput,
        "list:1: error: expected a newline at the end of the file, found none; "
        "the last word would be ignored\n"},
   };
-  for (const auto &[arguments, error] : kCases) {
+  for (const auto &[arguments, status, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(runReading(arguments), 2, "", error);
+    expectResult(runReading(arguments), status, "", error);
   }
 }
 
@@ -121,7 +124,7 @@ TEST_F(CollisionsTest, OneKindIsEnough) {
   for (const auto &[oldText, newText, out] : kCases) {
     SCOPED_TRACE(oldText);
     writeBoth(oldText, newText);
-    expectResult(runReading(kCollisions), 1, out, "");
+    expectResult(runReading(kCollisions), kFindings, out, "");
   }
 }
 
@@ -145,7 +148,7 @@ TEST_F(CollisionsTest, AllKindsInTheOrderOfTheirKeys) {
                           kTypes + one("1.3", "a") + one("1.2", "b") +
                           one("1.1", "C") + kStorage + one("1.1", "") +
                           one("1.2", "");
-  expectResult(runReading(kCollisions), 1, out, "");
+  expectResult(runReading(kCollisions), kFindings, out, "");
 }
 
 TEST_F(CollisionsTest, WhatIsExcludedDoesNotCollide) {
@@ -161,7 +164,7 @@ TEST_F(CollisionsTest, WhatIsExcludedDoesNotCollide) {
       "objectclasses=( 1.3 NAME 'd' AUXILIARY )\n");
   Arguments arguments = kCollisions;
   arguments.insert(arguments.end(), {"--excluded-oids", "list"});
-  expectResult(runReading(arguments), 1,
+  expectResult(runReading(arguments), kFindings,
                kClasses + one("1.3", "d") + kNoType + kNoStorage, "");
   write("list", "1.1\n1.2\n1.3\n");
   expectResult(runReading(arguments), 0,
@@ -196,7 +199,7 @@ TEST_F(CollisionsTest, OfTheExamples) {
   expectResult(
       runOnExamples({"collisions", "--old", "old-installation", "--new",
                      "new-release", "--excluded-oids", "excluded-oids.txt"}),
-      1,
+      kFindings,
       kClasses + one("2.5.6.14", "device") +
           one("1.3.6.1.4.1.1466.101.120.111", "extensibleObject") +
           one("2.5.6.17", "groupOfUniqueNames") +

@@ -30,7 +30,8 @@ TEST_P(CommandEndlessTest, IsRefusedInEitherDirectory) {
     const bool existed = fs::exists(path(file));
     const std::string before = existed ? read(file) : "";
     write(file, GetParam().text);
-    EXPECT_EQ(failure(), replaceAll(GetParam().error, "FILE", file) + kAdvice);
+    EXPECT_EQ(failure(kFindings),
+              replaceAll(GetParam().error, "FILE", file) + kAdvice);
     if (existed) {
       write(file, before);
     } else {
@@ -126,7 +127,7 @@ TEST_F(CommandFailureTest, WhatTheLibraryCannotReadCannotBeAccepted) {
         "SECTION-EMPTY", "PHANTOM", "UNREADABLE", "LIST-UNTERMINATED"}) {
     Arguments arguments = applying("old", "new", "out");
     arguments.insert(arguments.end(), {"--accept", code});
-    const std::string error = failure(arguments);
+    const std::string error = failure(kUsage, arguments);
     const std::string start =
         std::string("--accept: no error that can be accepted has the code '") +
         code + "'";
@@ -142,7 +143,7 @@ TEST_F(CommandFailureTest, WhatIsUnreadableStaysSoWhenItsCauseIsAccepted) {
         "QORAttributetypes=( 1.2 DBNAME ( 'A'\n");
   Arguments arguments = applying("old", "new", "out");
   arguments.insert(arguments.end(), {"--accept", "UNCLOSED"});
-  EXPECT_EQ(failure(arguments),
+  EXPECT_EQ(failure(kFindings, arguments),
             std::string("old/V3.qor.at:2:19: error: [UNREADABLE] expected "
                         "storage definition (1.2), found that the library does "
                         "not read it as it stands; check says why\n"

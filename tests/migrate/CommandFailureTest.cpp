@@ -1,4 +1,4 @@
-// What the command says when it fails. Each failure has status 2, prints
+// What the command says when it fails. Each failure has prints
 // nothing to standard output, and changes nothing.
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -24,15 +24,15 @@ TEST_F(CommandFailureTest, InputDirectories) {
       "empty: error: [NO-FILES] expected schema files (V3.user.at and so on), "
       "found none\n";
   fs::create_directory(path("empty"));
-  EXPECT_EQ(failure(applying("missing", "new", "out")),
+  EXPECT_EQ(failure(kFileError, applying("missing", "new", "out")),
             noDirectory("missing", "No such file or directory"));
-  EXPECT_EQ(failure(applying("old", "missing/", "out")),
+  EXPECT_EQ(failure(kFileError, applying("old", "missing/", "out")),
             noDirectory("missing/", "No such file or directory"));
-  EXPECT_EQ(failure(applying("old/V3.user.at", "new", "out")),
+  EXPECT_EQ(failure(kFileError, applying("old/V3.user.at", "new", "out")),
             noDirectory("old/V3.user.at", "Not a directory"));
-  EXPECT_EQ(failure(applying("empty", "new", "out")), kNone);
-  EXPECT_EQ(failure(applying("old", "empty", "out")), kNone);
-  EXPECT_EQ(failure(applying("missing", "empty", "out")),
+  EXPECT_EQ(failure(kBadInput, applying("empty", "new", "out")), kNone);
+  EXPECT_EQ(failure(kBadInput, applying("old", "empty", "out")), kNone);
+  EXPECT_EQ(failure(kFileError, applying("missing", "empty", "out")),
             noDirectory("missing", "No such file or directory") + kNone);
 }
 
@@ -40,47 +40,48 @@ TEST_F(CommandFailureTest, AnInputDirectoryThatIsALinkToItself) {
   fs::create_directory_symlink("loop", path("loop"));
   const std::string error =
       noDirectory("loop", "Too many levels of symbolic links");
-  EXPECT_EQ(failure(applying("loop", "new", "out")), error);
-  EXPECT_EQ(failure(applying("old", "loop", "out")), error);
+  EXPECT_EQ(failure(kFileError, applying("loop", "new", "out")), error);
+  EXPECT_EQ(failure(kFileError, applying("old", "loop", "out")), error);
 }
 
 TEST_F(CommandFailureTest, InputFiles) {
   fs::create_directory(path("new/V3.user.oc"));
-  EXPECT_EQ(failure(),
+  EXPECT_EQ(failure(kFileError),
             "new/V3.user.oc: error: [NOT-A-FILE] expected a regular file, "
             "found a directory\n");
   fs::remove(path("new/V3.user.oc"));
   fs::create_symlink("missing", path("old/V3.user.oc"));
-  EXPECT_EQ(failure(),
+  EXPECT_EQ(failure(kFileError),
             "old/V3.user.oc: error: [NOT-A-FILE] expected a regular file, "
             "found a link that leads nowhere\n");
   fs::remove(path("old/V3.user.oc"));
   write("old/V3.user.oc", "\nobjectclasses ( 2.1 NAME 'k' ABSTRACT )\n");
-  EXPECT_EQ(failure(), std::string(R"(
+  EXPECT_EQ(failure(kFindings), std::string(R"(
 old/V3.user.oc:2:14: error: [SECTION-OPENER] expected '=' or '{' behind objectclasses, found '('; the library gives the file up here
 objectclasses ( 2.1 NAME 'k' ABSTRACT )
              ^
 )")
-                               .substr(1) +
-                           kAdvice);
+                                        .substr(1) +
+                                    kAdvice);
   write("old/V3.user.oc", "objectclasses=( 2.1 NAME 'k' ABSTRACT\n");
-  EXPECT_EQ(failure(applying("./old/", "new/", "out")), std::string(R"(
+  EXPECT_EQ(failure(kFindings, applying("./old/", "new/", "out")),
+            std::string(R"(
 ./old/V3.user.oc:1:15: error: [UNCLOSED] expected ')' at the end of the definition, found the end of the file; the library gives the file up here
 objectclasses=( 2.1 NAME 'k' ABSTRACT
               ^
 )")
-                                                                .substr(1) +
-                                                            kAdvice);
+                    .substr(1) +
+                kAdvice);
 }
 
 TEST_F(CommandFailureTest, ListOfExcludedOids) {
   Arguments arguments = applying("old", "new", "out");
   arguments.insert(arguments.end(), {"--excluded-oids", "excluded"});
-  EXPECT_EQ(failure(arguments),
+  EXPECT_EQ(failure(kFileError, arguments),
             "excluded: error: [UNREADABLE-FILE] expected a file that can be "
             "read, found: No such file or directory\n");
   fs::create_directory(path("excluded"));
-  EXPECT_EQ(failure(arguments),
+  EXPECT_EQ(failure(kFileError, arguments),
             "excluded: error: [NOT-A-FILE] expected a regular file, found a "
             "directory\n");
   fs::remove(path("excluded"));
@@ -100,7 +101,7 @@ TEST_F(CommandFailureTest, ListOfExcludedOids) {
   for (const auto &[last, place, expected, end] : kCases) {
     SCOPED_TRACE(last);
     write("excluded", std::string("1.2\n") + last);
-    EXPECT_EQ(failure(arguments),
+    EXPECT_EQ(failure(kBadInput, arguments),
               std::string("excluded:") + place +
                   ": error: [LIST-UNTERMINATED] expected a newline " +
                   expected + ", found the end of the file" + end);
@@ -112,7 +113,7 @@ TEST_F(CommandFailureTest, WhatCannotBeCarried) {
         "objectclasses=( 2.1 NAME 'Top' ABSTRACT )\n"
         "objectclasses=( 2.2 NAME 'k' ABSTRACT )\n"
         "QORAttributetypes=( 2.2 LENGTH 4 )\n");
-  EXPECT_EQ(failure(), std::string(R"(
+  EXPECT_EQ(failure(kFindings), std::string(R"(
 old/V3.user.oc:1:17: error: [NAME-OTHER-OID] expected the OID of the release, 2.5.6.0, found 2.1; the release has the name at new/V3.system.oc:1, object class 'top' (2.5.6.0); the object class cannot be carried
 objectclasses=( 2.1 NAME 'Top' ABSTRACT )
                 ^
@@ -120,8 +121,8 @@ old/V3.user.oc:3:21: error: [STORAGE-WITHOUT-TYPE] expected an attribute type wi
 QORAttributetypes=( 2.2 LENGTH 4 )
                     ^
 )")
-                               .substr(1) +
-                           kAdvice);
+                                        .substr(1) +
+                                    kAdvice);
 }
 
 TEST_F(CommandFailureTest, OutputInAnInput) {
@@ -133,15 +134,16 @@ TEST_F(CommandFailureTest, OutputInAnInput) {
        {"old", "old/", "old/out", "old/empty", "old/a/b/", "./old/../old/out",
         "new/../old/out", "missing/../old/out", "link", "link/out",
         "link/empty/"}) {
-    EXPECT_EQ(failure(applying("old", "new", out)), out + inOld);
+    EXPECT_EQ(failure(kUsage, applying("old", "new", out)), out + inOld);
   }
-  EXPECT_EQ(failure(applying("old", "new", path("old/out").string())),
+  EXPECT_EQ(failure(kUsage, applying("old", "new", path("old/out").string())),
             "old/out" + inOld);
-  EXPECT_EQ(failure(applying("link", "new", "old/out")),
+  EXPECT_EQ(failure(kUsage, applying("link", "new", "old/out")),
             "old/out: error: expected a directory outside link, found one "
             "inside\n");
-  EXPECT_EQ(failure(applying("old", "link", "old/out")), "old/out" + inOld);
-  EXPECT_EQ(failure(applying("old", "new", "new/out")),
+  EXPECT_EQ(failure(kUsage, applying("old", "link", "old/out")),
+            "old/out" + inOld);
+  EXPECT_EQ(failure(kUsage, applying("old", "new", "new/out")),
             "new/out: error: expected a directory outside new, found one "
             "inside\n");
 }
@@ -152,27 +154,28 @@ TEST_F(CommandFailureTest, OutputThatIsNotFree) {
   fs::create_directory_symlink("full", path("link"));
   fs::create_symlink("missing", path("dangling"));
   write("file", "");
-  EXPECT_EQ(failure(applying("old", "new", "full")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "full")),
             std::string("full") + kNotFree);
-  EXPECT_EQ(failure(applying("old", "new", "full/")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "full/")),
             std::string("full") + kNotFree);
-  EXPECT_EQ(failure(applying("old", "new", "link")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "link")),
             std::string("full") + kNotFree);
-  EXPECT_EQ(failure(applying("old", "new", "dangling")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "dangling")),
             std::string("dangling") + kNotFree);
-  EXPECT_EQ(failure(applying("old", "new", "file")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "file")),
             std::string("file") + kNotFree);
-  EXPECT_EQ(failure(applying("old", "new", "/")), std::string("/") + kNotFree);
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "/")),
+            std::string("/") + kNotFree);
 }
 
 TEST_F(CommandFailureTest, OutputWithoutAParent) {
   write("file", "");
-  EXPECT_EQ(failure(applying("old", "new", "missing/out")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "missing/out")),
             "missing: error: cannot read the directory: No such file or "
             "directory\n");
-  EXPECT_EQ(failure(applying("old", "new", "file/out")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "file/out")),
             "file: error: cannot read the directory: Not a directory\n");
-  EXPECT_EQ(failure(applying("old", "new", "/proc/out")),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "/proc/out")),
             "/proc/out: error: cannot make a file beside it: No such file or "
             "directory\n");
 }
@@ -226,16 +229,17 @@ TEST_F(CommandFailureTest, NoRoomForADefinition) {
     }
     for (const auto &[size, error] : kCases) {
       SCOPED_TRACE(size);
-      EXPECT_EQ(
-          failure(applying("old", "new", "out"), withFilesUpTo(size, true)),
-          error);
+      EXPECT_EQ(failure(kFileError, applying("old", "new", "out"),
+                        withFilesUpTo(size, true)),
+                error);
     }
   }
 }
 
 TEST_F(CommandFailureTest, NoRoomForACopiedFile) {
   write("new/V3.config.at", std::string(4096, '#'));
-  EXPECT_EQ(failure(applying("old", "new", "out"), withFilesUpTo(1024, true)),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "out"),
+                    withFilesUpTo(1024, true)),
             "out/V3.config.at: error: cannot write: File too large\n");
 }
 
@@ -243,7 +247,7 @@ TEST_F(CommandFailureTest, NoRoomForTheReport) {
   const CommandResult result = run(applying("old", "new", "out"), [] {
     dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO);
   });
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
             "error: cannot write to standard output\n"
             "the result is complete in out\n");
@@ -263,7 +267,7 @@ void withBrokenOutput() {
 TEST_F(CommandFailureTest, NobodyReadsTheReport) {
   const CommandResult result =
       run(applying("old", "new", "out"), withBrokenOutput);
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
             "error: cannot write to standard output\n"
             "the result is complete in out\n");
@@ -280,7 +284,7 @@ TEST_F(CommandFailureTest, NobodyReadsTheOutput) {
         Arguments{"show", "--dir", "old", "a"},
         Arguments{"dump", "--dir", "old"}}) {
     SCOPED_TRACE(arguments[0]);
-    const std::string error = failure(arguments, withBrokenOutput);
+    const std::string error = failure(kFileError, arguments, withBrokenOutput);
     EXPECT_EQ(error.substr(error.rfind("error: ")), kError);
   }
 }
@@ -288,13 +292,14 @@ TEST_F(CommandFailureTest, NobodyReadsTheOutput) {
 TEST_F(CommandFailureTest, NoRoomForTheHelp) {
   const CommandResult result =
       run({"--help"}, [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error, "error: cannot write to standard output\n");
 }
 
 // The signal that comes with it by default is no reason to leave things behind.
 TEST_F(CommandFailureTest, NoRoomAndASignal) {
-  EXPECT_NE(failure(applying("old", "new", "out"), withFilesUpTo(10, false)),
+  EXPECT_NE(failure(kFileError, applying("old", "new", "out"),
+                    withFilesUpTo(10, false)),
             "");
 }
 

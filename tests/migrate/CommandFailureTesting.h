@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "ExitStatus.h"
 #include "MigrateTesting.h"
 
 using Arguments = std::vector<std::string>;
@@ -29,13 +30,15 @@ class CommandFailureTest : public MigrateTest {
     writeSmallRelease();
   }
 
-  // Runs the command, which must fail and change nothing; its error.
+  // Runs the command, which must fail with the status and change nothing; its
+  // error.
   std::string failure(
+      ExitStatus status,
       const Arguments &arguments = applying("old", "new", "out"),
       const std::function<void()> &prepare = [] {}) const {
     const auto before = snapshotOf(root());
     const CommandResult result = run(arguments, prepare);
-    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.status, status);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(snapshotOf(root()), before);
     return result.error;

@@ -54,7 +54,7 @@ class CommandPermissionTest : public CommandFailureTest {
   // As failure(), but what is changed is not looked at.
   std::string refusal(const Arguments &arguments) const {
     const CommandResult result = run(arguments, dropPrivileges);
-    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.status, kFileError);
     EXPECT_EQ(result.out, "");
     return result.error;
   }
@@ -90,14 +90,14 @@ TEST_F(CommandPermissionTest, WhatHoldsTheOutputDirectory) {
   const Locked locked(path("locked"),
                       fs::perms::owner_read | fs::perms::owner_exec);
   for (const char *out : {"locked/new", "locked/out"}) {
-    EXPECT_EQ(failure(applying("old", "new", out), dropPrivileges),
+    EXPECT_EQ(failure(kFileError, applying("old", "new", out), dropPrivileges),
               std::string(out) +
                   ": error: cannot make a file beside it: Permission denied\n");
   }
 }
 
 TEST_F(CommandPermissionTest, TheOutputDirectoryItself) {
-  EXPECT_EQ(failure(applying("old", "new", "out"),
+  EXPECT_EQ(failure(kFileError, applying("old", "new", "out"),
                     [] {
                       dropPrivileges();
                       umask(0200);

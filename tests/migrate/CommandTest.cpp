@@ -36,10 +36,13 @@ Subcommands:
   dump                        Print the library's diagnostic dumps of a schema.
 
 Exit status:
-  0 done, and nothing found
-  1 something found: findings, changes to be made, collisions, differences, an unknown name
-  2 trouble: wrong usage, bad input, a file that fails
-  3 a fault of the command itself
+  0 done
+  1 differences, or changes to be made
+  2 findings: errors, collisions, what apply refuses, an unknown name
+  3 bad input: a file whose content cannot be used
+  4 a file, a directory or an output fails or is in the way
+  5 wrong usage
+  6 a fault of the command itself
 )";
 
 constexpr char kApplyHelp[] =
@@ -71,8 +74,11 @@ Example:
 
 Exit status:
   0 done
-  2 trouble: wrong usage, bad input, a file that fails
-  3 a fault of the command itself
+  2 refused; plan says the same
+  3 bad input: a file whose content cannot be used
+  4 a file, a directory or an output fails or is in the way
+  5 wrong usage
+  6 a fault of the command itself
 )";
 
 // A directory in which the migration `kApply` works.
@@ -88,7 +94,7 @@ class CommandTest : public MigrateTest {
 
 struct UsageCase {
   Arguments arguments;
-  int status;
+  ExitStatus status;
   std::string out;
   std::string error;  // without the reference to --help
 };
@@ -116,74 +122,86 @@ TEST_P(CommandUsageTest, AnswersAndChangesNothing) {
 }
 
 const UsageCase kUsages[] = {
-    {{"--help"}, 0, kHelp, ""},
-    {{"-h"}, 0, kHelp, ""},
-    {{"--help", "--old", "old"}, 0, kHelp, ""},
-    {{"apply", "--help"}, 0, kApplyHelp, ""},
-    {{"apply", "-h", "--old", "old"}, 0, kApplyHelp, ""},
-    {{"--version"}, 0, "schema-migrate " SCHEMA_MIGRATE_VERSION "\n", ""},
-    {{}, 2, "", "A subcommand is required"},
+    {{"--help"}, kDone, kHelp, ""},
+    {{"-h"}, kDone, kHelp, ""},
+    {{"--help", "--old", "old"}, kDone, kHelp, ""},
+    {{"apply", "--help"}, kDone, kApplyHelp, ""},
+    {{"apply", "-h", "--old", "old"}, kDone, kApplyHelp, ""},
+    {{"--version"}, kDone, "schema-migrate " SCHEMA_MIGRATE_VERSION "\n", ""},
+    {{}, kUsage, "", "A subcommand is required"},
     {{"Apply"},
-     2,
+     kUsage,
      "",
      "error: no command is called 'Apply'; did you mean 'apply'?"},
     {{"aply", "--old", "old"},
-     2,
+     kUsage,
      "",
      "error: no command is called 'aply'; did you mean 'apply'?"},
     {{"co"},
-     2,
+     kUsage,
      "",
      "error: no command is called 'co'; did you mean 'compare' or "
      "'collisions'?"},
-    {{"foo", "--help"}, 2, "", "error: no command is called 'foo'"},
-    {{""}, 2, "", "error: no command is called ''"},
+    {{"foo", "--help"}, kUsage, "", "error: no command is called 'foo'"},
+    {{""}, kUsage, "", "error: no command is called ''"},
     {{"apply", "--old", "", "--new", "new", "--out", "out"},
-     2,
+     kUsage,
      "",
      "--old: expected a name, found nothing"},
     {{"collisions", "--old", "old", "--new", ""},
-     2,
+     kUsage,
      "",
      "--new: expected a name, found nothing"},
     {{"apply", "--old", "old", "--new", "new", "--out", ""},
-     2,
+     kUsage,
      "",
      "--out: expected a name, found nothing"},
-    {{"check", "old", ""}, 2, "", "directory: expected a name, found nothing"},
+    {{"check", "old", ""},
+     kUsage,
+     "",
+     "directory: expected a name, found nothing"},
     {{"show", "--dir", "", "a"},
-     2,
+     kUsage,
      "",
      "--dir: expected a name, found nothing"},
     {{"compare", "--old", "old", "--new", "new", "--excluded-oids", ""},
-     2,
+     kUsage,
      "",
      "--excluded-oids: expected a name, found nothing"},
     {{"apply", "--old", "old", "--new", "new", "--out", "out",
       "--modified-oids", ""},
-     2,
+     kUsage,
      "",
      "--modified-oids: expected a name, found nothing"},
     {{"dump", "--dir", "old", "--trace", ""},
-     2,
+     kUsage,
      "",
      "--trace: expected a name, found nothing"},
-    {{"--frobnicate"}, 2, "", "A subcommand is required"},
-    {{"apply"}, 2, "", "--old is required"},
-    {{"apply", "--new", "new", "--out", "out"}, 2, "", "--old is required"},
-    {{"apply", "--old", "old", "--out", "out"}, 2, "", "--new is required"},
-    {{"apply", "--old", "old", "--new", "new"}, 2, "", "--out is required"},
+    {{"--frobnicate"}, kUsage, "", "A subcommand is required"},
+    {{"apply"}, kUsage, "", "--old is required"},
+    {{"apply", "--new", "new", "--out", "out"},
+     kUsage,
+     "",
+     "--old is required"},
+    {{"apply", "--old", "old", "--out", "out"},
+     kUsage,
+     "",
+     "--new is required"},
+    {{"apply", "--old", "old", "--new", "new"},
+     kUsage,
+     "",
+     "--out is required"},
     {{"apply", "--old", "old", "--new", "new", "--out"},
-     2,
+     kUsage,
      "",
      "--out: 1 required DIR missing"},
     {{"apply", "--old", "old", "--new", "new", "--out", "out", "more"},
-     2,
+     kUsage,
      "",
      "The following argument was not expected: more"},
     {{"apply", "--old", "old", "--new", "new", "--out", "out", "--out",
       "other"},
-     2,
+     kUsage,
      "",
      "--out: At Most 1 required but received 2"},
 };

@@ -9,27 +9,21 @@
 #include <string>
 #include <vector>
 
+#include "ExitStatus.h"
 #include "MigrateTesting.h"
 
 using Arguments = std::vector<std::string>;
 
-// What ends the help of a command that may find something.
+// What ends the help of a command. `found`: the lines of the statuses 1 and 2.
 inline std::string exitStatusHelp(const std::string &found) {
   return "Exit status:\n"
-         "  0 done, and nothing found\n"
-         "  1 " +
+         "  0 done\n" +
          found +
-         "\n"
-         "  2 trouble: wrong usage, bad input, a file that fails\n"
-         "  3 a fault of the command itself\n";
+         "  3 bad input: a file whose content cannot be used\n"
+         "  4 a file, a directory or an output fails or is in the way\n"
+         "  5 wrong usage\n"
+         "  6 a fault of the command itself\n";
 }
-
-// The same of a command that only does its work.
-constexpr char kExitStatusHelp[] =
-    "Exit status:\n"
-    "  0 done\n"
-    "  2 trouble: wrong usage, bad input, a file that fails\n"
-    "  3 a fault of the command itself\n";
 
 // The options that each command has first.
 constexpr char kCommonOptionsHelp[] =

@@ -60,7 +60,7 @@ TEST_F(CompareTest, HelpHoldsAnExample) {
           "Example:\n"
           "  schema-migrate compare --old /srv/old/schema --new "
           "/srv/new/schema\n\n" +
-          exitStatusHelp("differences found"),
+          exitStatusHelp("  1 differences found\n"),
       "");
 }
 
@@ -69,26 +69,32 @@ TEST_F(CompareTest, WrongUsageAndBadInputAreTrouble) {
   write("new/V3.user.at", "attributetypes=( 1.1 DESC 'a' \n");
   const struct {
     Arguments arguments;
+    ExitStatus status;
     std::string error;
   } kCases[] = {
-      {{"compare", "--old", "old"}, usageError("--new is required")},
-      {{"compare", "--new", "new"}, usageError("--old is required")},
+      {{"compare", "--old", "old"}, kUsage, usageError("--new is required")},
+      {{"compare", "--new", "new"}, kUsage, usageError("--old is required")},
       {{"compare", "--old", "old", "--new", "old", "more"},
+       kUsage,
        usageError("The following argument was not expected: more")},
       {{"compare", "--old", "missing", "--new", "old"},
+       kFileError,
        "missing: error: No such file or directory\n"},
       {{"compare", "--old", "old", "--new", "missing"},
+       kFileError,
        "missing: error: No such file or directory\n"},
       {{"compare", "--old", "old", "--new", "new"},
+       kBadInput,
        "new/V3.user.at:1: error: cannot read this definition to its ')'; look "
        "for a missing parenthesis, a quote too many or too few, or a character "
        "outside ASCII\n"},
       {{"compare", "--old", "old", "--new", "old", "--excluded-oids", "list"},
+       kFileError,
        "list: error: No such file or directory\n"},
   };
-  for (const auto &[arguments, error] : kCases) {
+  for (const auto &[arguments, status, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(runReading(arguments), 2, "", error);
+    expectResult(runReading(arguments), status, "", error);
   }
 }
 
@@ -111,11 +117,11 @@ TEST_F(CompareTest, AgainstAnEmptyFileAllIsOnOneSide) {
                      "storage definition (1.1)" + file + "3"};
   };
   writeBoth(kText, "");
-  expectResult(runReading(kCompare), 1, sections({}, {}, side("old"), {}, {}),
-               "");
+  expectResult(runReading(kCompare), kDifferent,
+               sections({}, {}, side("old"), {}, {}), "");
   writeBoth("", kText);
-  expectResult(runReading(kCompare), 1, sections({}, {}, {}, side("new"), {}),
-               "");
+  expectResult(runReading(kCompare), kDifferent,
+               sections({}, {}, {}, side("new"), {}), "");
 }
 
 TEST_F(CompareTest, ADirectoryIsEqualToItself) {
@@ -160,7 +166,7 @@ TEST_P(CompareFieldTest, ThatDiffersAloneIsNamed) {
   const FieldCase &one = GetParam();
   writeBoth(line(one.oldText), '\n' + line(one.newText));
   const std::string place = ", old/V3.user.at:1 and new/V3.user.at:2";
-  expectResult(runReading(kCompare), 1,
+  expectResult(runReading(kCompare), kDifferent,
                sections({}, {one.definition + place + one.fields}, {}, {}, {}),
                "");
 }
@@ -327,7 +333,7 @@ TEST_F(CompareTest, AnOldDefinitionWithAnExcludedOidIsNotCompared) {
 
   write("new/V3.user.oc", "objectclasses=( 1.5 NAME 'new' ABSTRACT )\n");
   expectResult(
-      runReading(arguments), 1,
+      runReading(arguments), kDifferent,
       sections({"attribute type 'other' (1.2)"}, {}, {},
                {"object class 'new' (1.5), new/V3.user.oc:1"}, excluded),
       "");
@@ -336,7 +342,7 @@ TEST_F(CompareTest, AnOldDefinitionWithAnExcludedOidIsNotCompared) {
 TEST_F(CompareTest, ARenamedDefinitionIsOnEachSide) {
   writeBoth("attributetypes=( 1.1 NAME 'a' DESC 'x' )",
             "attributetypes=( 1.1 NAME 'b' DESC 'x' )");
-  expectResult(runReading(kCompare), 1,
+  expectResult(runReading(kCompare), kDifferent,
                sections({}, {},
                         {"attribute type 'a' (1.1), old/V3.user.at:1; the new "
                          "schema has this OID as attribute type 'b', "
@@ -367,7 +373,7 @@ TEST_F(CompareTest, WhoHasTheOidOfWhatIsOnlyInTheOldSchema) {
     SCOPED_TRACE(old);
     writeBoth(oldText, newText);
     expectResult(
-        runReading(kCompare), 1,
+        runReading(kCompare), kDifferent,
         sections({}, {},
                  {std::string(old) +
                   ", old/V3.user.at:1; the new schema has this OID as " +
@@ -380,7 +386,7 @@ TEST_F(CompareTest, WhoHasTheOidOfWhatIsOnlyInTheOldSchema) {
             "attributetypes=( 1.1 NAME 'b' DESC 'x' )\n"
             "objectclasses=( 1.1 NAME 'c' ABSTRACT )\n");
   expectResult(
-      runReading(kCompare), 1,
+      runReading(kCompare), kDifferent,
       sections({}, {},
                {"object class 'a' (1.1), old/V3.user.at:1; the new schema has "
                 "this OID as object class 'c', new/V3.user.at:2"},
@@ -395,7 +401,7 @@ TEST_F(CompareTest, WhoHasTheOidOfWhatIsOnlyInTheOldSchema) {
       "attributetypes=( NAME 'n' DESC 'x' )\n",
       "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
       "attributetypes=( NAME 'm' DESC 'x' )\n");
-  expectResult(runReading(kCompare), 1,
+  expectResult(runReading(kCompare), kDifferent,
                sections({"attribute type 'a' (1.1)"}, {},
                         {"attribute type 'n' (), old/V3.user.at:3",
                          "storage definition (1.1), old/V3.user.at:2"},
@@ -469,7 +475,7 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
       "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
       "objectclasses { ( NAME 'c' ABSTRACT ) }\n");
   expectResult(
-      runReading(kCompare), 1,
+      runReading(kCompare), kDifferent,
       sections({"attribute type 'a' (1.1)"}, {},
                {"attribute type 'A' (1.2), old/V3.user.at:2"}, {}, {}),
       "old/V3.user.at:2: warning: attribute type 'A' (1.2) is "
@@ -479,7 +485,7 @@ TEST_F(CompareTest, WarnsOfWhatIsIgnored) {
   // Not before all is read.
   Arguments arguments = kCompare;
   arguments.insert(arguments.end(), {"--excluded-oids", "list"});
-  expectResult(runReading(arguments), 2, "",
+  expectResult(runReading(arguments), kFileError, "",
                "list: error: No such file or directory\n");
 }
 

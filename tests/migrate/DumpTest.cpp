@@ -125,7 +125,7 @@ TEST_F(DumpTest, HelpHoldsAnExample) {
           "  --excluded-oids FILE        List of OIDs to show as excluded\n\n"
           "Example:\n"
           "  schema-migrate dump --dir /srv/schema --table classes\n\n" +
-          kExitStatusHelp,
+          exitStatusHelp(""),
       "");
 }
 
@@ -220,30 +220,38 @@ TEST_F(DumpTest, WrongUsageAndBadInputAreTrouble) {
       " not in {attributes,classes,storage,files,excluded}";
   const struct {
     Arguments arguments;
+    ExitStatus status;
     std::string error;
   } kCases[] = {
-      {{"dump"}, usageError("--dir is required")},
+      {{"dump"}, kUsage, usageError("--dir is required")},
       {{"dump", "--dir", "old", "--table", "names"},
+       kUsage,
        usageError("--table: names" + tables)},
       {{"dump", "--dir", "old", "--table", "Classes"},
+       kUsage,
        usageError("--table: Classes" + tables)},
       {{"dump", "--dir", "old", "--table", ""},
+       kUsage,
        usageError("--table: " + tables)},
       {{"dump", "--dir", "old", "--table"},
+       kUsage,
        usageError("--table: 1 required TABLE:{attributes,classes,storage,files,"
                   "excluded} missing")},
       {{"dump", "--dir", "new"},
+       kBadInput,
        "new: error: expected schema files (V3.user.at and so on), found "
        "none\n"},
       {{"dump", "--dir", "old", "--excluded-oids", "list"},
+       kBadInput,
        "list:1: error: expected a newline at the end of the file, found none; "
        "the last word would be ignored\n"},
       {{"dump", "--dir", "old", "--excluded-oids", "none"},
+       kFileError,
        "none: error: No such file or directory\n"},
   };
-  for (const auto &[arguments, error] : kCases) {
+  for (const auto &[arguments, status, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(runReading(arguments), 2, "", error);
+    expectResult(runReading(arguments), status, "", error);
   }
 }
 
@@ -258,7 +266,7 @@ TEST_F(DumpTest, AFullDiskIsTrouble) {
   writeMissing("old");
   expectResult(run({"dump", "--dir", "old"},
                    [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); }),
-               2, "", "error: cannot write to standard output\n");
+               kFileError, "", "error: cannot write to standard output\n");
 }
 
 }  // namespace

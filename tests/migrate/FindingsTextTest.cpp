@@ -11,30 +11,35 @@
 
 namespace {
 
-// What the command prints on standard output, a terminal, with NO_COLOR set to
-// `noColour`, or not at all if that is null.
+// What the command prints on a terminal, its output or its error, with NO_COLOR
+// set to `noColour`, or not at all if that is null.
 class FindingsTextTest : public MigrateTest {
  protected:
-  std::string onTerminal(const Arguments &arguments,
-                         const char *noColour) const {
+  std::string onTerminal(const Arguments &arguments, const char *noColour,
+                         int file = STDOUT_FILENO) const {
     int terminal = -1;
     int other = -1;
     EXPECT_EQ(openpty(&terminal, &other, nullptr, nullptr, nullptr), 0);
-    run(arguments, [other, noColour] {
-      dup2(other, STDOUT_FILENO);
+    run(arguments, [other, noColour, file] {
+      dup2(other, file);
       if (noColour == nullptr) {
         unsetenv("NO_COLOR");
       } else {
         setenv("NO_COLOR", noColour, 1);
       }
     });
-    char buffer[4096];
-    const ssize_t length = ::read(terminal, buffer, sizeof buffer);
-    close(terminal);
+    // Now nobody can write, so that reading comes to an end.
     close(other);
-    return replaceAll(
-        std::string(buffer, static_cast<std::size_t>(length > 0 ? length : 0)),
-        "\r\n", "\n");
+    std::string text;
+    char buffer[4096];
+    while (const ssize_t length = ::read(terminal, buffer, sizeof buffer)) {
+      if (length == -1) {
+        break;
+      }
+      text.append(buffer, static_cast<std::size_t>(length));
+    }
+    close(terminal);
+    return replaceAll(text, "\r\n", "\n");
   }
 };
 
@@ -62,6 +67,20 @@ TEST_F(FindingsTextTest, HasColourInAPlan) {
   EXPECT_EQ(
       onTerminal(plan, nullptr),
       replaceAll(run(plan).out, ": error: [", ": \033[1;31merror:\033[0m ["));
+}
+
+TEST_F(FindingsTextTest, HasColourInARefusal) {
+  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC '\xE9' )\n");
+  write("new/V3.user.at", "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n");
+  const Arguments apply = {"apply", "--old", "old", "--new",
+                           "new",   "--out", "out"};
+  const std::string plain = run(apply).error;
+  EXPECT_EQ(plain.find('\033'), std::string::npos);
+  EXPECT_EQ(onTerminal(apply, "1", STDERR_FILENO), plain);
+  const std::string coloured =
+      replaceAll(plain, ": error: [", ": \033[1;31merror:\033[0m [");
+  EXPECT_NE(coloured, plain);
+  EXPECT_EQ(onTerminal(apply, nullptr, STDERR_FILENO), coloured);
 }
 
 TEST_F(FindingsTextTest, JsonHasNoColour) {

@@ -44,7 +44,9 @@ constexpr char kEnd[] =
 
 TEST_F(InternalErrorTest, WhatIsPlannedIsNotCarried) {
   expectResult(
-      applyWhileChanged("attributetypes=( 1.1 NAME 'a' DESC 'new' )\n"), 3, "",
+      applyWhileChanged("attributetypes=( 1.1 NAME 'a' DESC 'new' )\n"
+                        "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n"),
+      kInternal, "",
       std::string("internal error: old/V3.user.at:1: attribute type 'a' (1.1) "
                   "is planned to be carried, and is not") +
           kEnd);
@@ -54,14 +56,22 @@ TEST_F(InternalErrorTest, WhatIsNotPlannedWouldBeCarried) {
   expectResult(
       applyWhileChanged("attributetypes=( 1.1 NAME 'a' DESC 'old' )\n"
                         "attributetypes=( 1.2 NAME 'b' DESC 'y' )\n"),
-      3, "",
+      kInternal, "",
       std::string("internal error: old/V3.user.at:2: attribute type 'b' (1.2) "
                   "would be carried, and is not planned to be") +
           kEnd);
 }
 
+TEST_F(InternalErrorTest, AFileThatHoldsLessIsNone) {
+  expectResult(
+      applyWhileChanged("attributetypes=( 1.1 NAME 'a' DESC 'old' )\n"),
+      kFileError, "",
+      "old/V3.user.at: error: cannot read the file; was it changed just "
+      "now?\n");
+}
+
 TEST_F(InternalErrorTest, AFileThatDoesNotParseAnyMoreIsNone) {
-  expectResult(applyWhileChanged("attributetypes\n"), 2, "",
+  expectResult(applyWhileChanged("attributetypes\n"), kFileError, "",
                "old/V3.user.at: error: cannot read the file; was it changed "
                "just now?\n");
 }

@@ -321,23 +321,6 @@ TEST_F(InventoryTest, RejectsWhatIsNoFile) {
             "old/V3.system.oc: error: Too many levels of symbolic links");
 }
 
-TEST_F(InventoryTest, AReadableFileIsOneThatCanBeReadToItsEnd) {
-  write("empty", "");
-  requireReadableFile(path("empty"));
-  write("long", std::string(200000, 'x'));
-  requireReadableFile(path("long"));
-  EXPECT_EQ(relative(troubleOf([this] {
-              requireReadableFile(path("missing"));
-              return 0;
-            })),
-            "missing: error: No such file or directory");
-  EXPECT_EQ(troubleOf([] {
-              requireReadableFile("/proc/self/mem");
-              return 0;
-            }),
-            "/proc/self/mem: error: cannot read: Input/output error");
-}
-
 struct ErrorCase {
   const char *text;
   std::string error;  // behind "old/V3.user.at:"

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Backups.h"
 #include "FindingCodes.h"
 #include "JsonTesting.h"
 
@@ -90,7 +91,8 @@ TEST_F(JsonSchemaTest, IsExactForPlan) {
   writeEverything();
   expectExact(
       documentOf(
-          commandLine("plan", {kBoth, kLists, kAccept, {"--base", "base"}}), 1),
+          commandLine("plan", {kBoth, kLists, kAccept, {"--base", "base"}}),
+          kDifferent),
       177);
 }
 
@@ -102,14 +104,32 @@ TEST_F(JsonSchemaTest, IsExactForApply) {
       128);
 }
 
+TEST_F(JsonSchemaTest, IsExactForApplyThatReplaces) {
+  write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
+  write("new/V3.user.at", "");
+  std::filesystem::create_directory(path("out"));
+  write("out/V3.user.at", "");
+  write("out/notes", "");
+  const CommandResult result = run(commandLine(
+      "apply", {kBoth, {"--out", "out", "--replace"}, {"--format", "json"}}));
+  EXPECT_EQ(result.status, kDone);
+  const Json document = Json::parse(result.out);
+  EXPECT_THAT(validate("apply", {document}), testing::ElementsAre("valid"));
+  const std::vector<std::string> backups = backupsOf(path("out"));
+  ASSERT_EQ(backups.size(), 1U);
+  EXPECT_EQ(document["backup"], backups[0]);
+  EXPECT_EQ(document["kept"], Json({"notes"}));
+  expectExact(document, 114);
+}
+
 TEST_F(JsonSchemaTest, IsExactForCompare) {
   writeEverything();
   write("old/V3.system.oc", "objectclasses=( 1.9 NAME 'm' AUXILIARY )\n");
   write("new/V3.system.oc", "objectclasses=( 2.9 NAME 'n' AUXILIARY )\n");
-  expectExact(
-      documentOf(
-          commandLine("compare", {kBoth, {"--excluded-oids", "excluded"}}), 1),
-      146);
+  expectExact(documentOf(commandLine("compare",
+                                     {kBoth, {"--excluded-oids", "excluded"}}),
+                         kDifferent),
+              146);
 }
 
 TEST_F(JsonSchemaTest, IsExactForCollisions) {
@@ -120,7 +140,8 @@ TEST_F(JsonSchemaTest, IsExactForCollisions) {
   write("new/V3.qor.at",
         "objectclasses=( 2.4 NAME 'N' AUXILIARY )\n"
         "QORAttributetypes=( 1.2 LENGTH 5 )\n");
-  expectExact(documentOf(commandLine("collisions", {kBoth, {"--all"}}), 1), 77);
+  expectExact(
+      documentOf(commandLine("collisions", {kBoth, {"--all"}}), kFindings), 77);
 }
 
 TEST_F(JsonSchemaTest, IsExactForShow) {

@@ -24,18 +24,19 @@ TEST_F(JsonOutputTest, OfCheck) {
   expectOutput(
       "check.json",
       {"check", "old", "--excluded-oids", "list", "--modified-oids", "none"},
-      1);
+      kFileError);
 }
 
 TEST_F(JsonOutputTest, OfPlan) {
   writeEverything();
-  expectOutput("plan.json", commandLine("plan", {kBoth, kLists}), 2);
+  expectOutput("plan.json", commandLine("plan", {kBoth, kLists}), kFindings);
 }
 
 TEST_F(JsonOutputTest, OfPlanWithABase) {
   writeEverything();
   const Json plan = documentOf(
-      commandLine("plan", {kBoth, kLists, kAccept, {"--base", "base"}}), 1);
+      commandLine("plan", {kBoth, kLists, kAccept, {"--base", "base"}}),
+      kDifferent);
   EXPECT_EQ(plan["base"], "base");
   const Json &replacing = plan["definitions"][1];
   EXPECT_EQ(replacing["origin"], "both");
@@ -54,7 +55,7 @@ TEST_F(JsonOutputTest, OfPlanWithErrors) {
   write("old/V3.user.at",
         "attributetypes=( 1.1 NAME 'a' DESC 'caf\xC3\xA9' )\n");
   write("new/V3.user.at", "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n");
-  expectOutput("plan-errors.json", commandLine("plan", {kBoth}), 2);
+  expectOutput("plan-errors.json", commandLine("plan", {kBoth}), kFindings);
 }
 
 TEST_F(JsonOutputTest, OfApply) {
@@ -70,7 +71,7 @@ TEST_F(JsonOutputTest, OfCompare) {
   write("new/V3.system.oc", "objectclasses=( 2.9 NAME 'n' AUXILIARY )\n");
   expectOutput("compare.json",
                commandLine("compare", {kBoth, {"--excluded-oids", "excluded"}}),
-               1);
+               kDifferent);
 }
 
 TEST_F(JsonOutputTest, OfCollisions) {
@@ -81,13 +82,14 @@ TEST_F(JsonOutputTest, OfCollisions) {
   write("new/V3.qor.at",
         "objectclasses=( 2.4 NAME 'N' AUXILIARY )\n"
         "QORAttributetypes=( 1.2 LENGTH 5 )\n");
-  expectOutput("collisions.json", commandLine("collisions", {kBoth}), 1);
+  expectOutput("collisions.json", commandLine("collisions", {kBoth}),
+               kFindings);
 }
 
 TEST_F(JsonOutputTest, OfAllCollisions) {
   writeEverything();
   expectOutput("collisions-all.json",
-               commandLine("collisions", {kBoth, {"--all"}}), 1);
+               commandLine("collisions", {kBoth, {"--all"}}), kFindings);
 }
 
 TEST_F(JsonOutputTest, OfShow) {
@@ -97,7 +99,8 @@ TEST_F(JsonOutputTest, OfShow) {
   write("old/V3.user.oc",
         "objectclasses=( 2.1 NAME 'top' ABSTRACT MUST ( a ) )\n"
         "objectclasses=( 2.2 NAME 'k' SUP ( top ) STRUCTURAL )\n");
-  expectOutput("show.json", {"show", "--dir", "old", "a", "K", "aa"}, 1);
+  expectOutput("show.json", {"show", "--dir", "old", "a", "K", "aa"},
+               kFindings);
 }
 
 }  // namespace

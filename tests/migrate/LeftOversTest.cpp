@@ -173,10 +173,10 @@ TEST_F(LeftOversTest, TheNextRunSaysWhatItFinds) {
   // Also when it is refused, and when nothing but the lock is there.
   make(".out.partial-new");
   result = run(arguments);
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(namesIn(root()), (Names{"new", "old", "out"}));
   write(".out.partial-lock", "");
-  EXPECT_EQ(run(arguments).status, 2);
+  EXPECT_EQ(run(arguments).status, kFileError);
   EXPECT_EQ(namesIn(root()), (Names{"new", "old", "out"}));
 }
 

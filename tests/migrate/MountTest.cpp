@@ -83,14 +83,14 @@ TEST_F(MountTest, AnotherFileSystemWillDo) {
 TEST_F(MountTest, AMountPointIsNotReplaced) {
   for (const Names &more : {Names(), Names{"--replace"}}) {
     const CommandResult result = apply("disk", more);
-    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.status, kFileError);
     EXPECT_EQ(result.error, kMounted);
   }
   write("disk/V3.user.at", "");
   EXPECT_EQ(apply("disk", {"--replace"}).error, kMounted);
   fs::create_directory(path("disk.backup-20000101-000000"));
   const CommandResult result = run({"restore", "--out", "disk"});
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error, kMounted);
   EXPECT_EQ(namesIn(root()),
             (Names{"disk", "disk.backup-20000101-000000", "new", "old"}));
@@ -104,7 +104,7 @@ TEST_F(MountTest, AFileSystemInTheFormerDirectoryIsNotCarriedOver) {
             0);
   const auto before = snapshotOf(path("disk/out"));
   const CommandResult result = apply("disk/out", {"--replace"});
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
             "disk/out/deep: error: cannot carry this over: it is on another "
             "file system\n");
@@ -149,7 +149,7 @@ TEST_F(MountTest, AFullFileSystemLeavesTheFormer) {
       break;
     }
     ++failures;
-    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.status, kFileError);
     EXPECT_EQ(result.out, "");
     EXPECT_NE(result.error.find("error: "), std::string::npos);
     EXPECT_LE(std::count(result.error.begin(), result.error.end(), '\n'), 13);

@@ -106,7 +106,7 @@ TEST_F(PlanCommandTest, SaysWhatStandsAgainstIt) {
         "attributetypes=( 1.7 NAME 'g' DESC 'x' )\n");
   const CommandResult result = plan({"--accept", "NAME-OTHER-OID"});
   expectResult(
-      result, 2,
+      result, kFindings,
       std::string(kHead) +
           "\n"
           "identical: 0\n"
@@ -198,7 +198,7 @@ TEST_F(PlanCommandTest, SaysWhoHasChangedWhatAndWhatWouldBreak) {
   EXPECT_EQ(result.error,
             "decisions:2: warning: no definition of the old installation has "
             "the OID 9.9\n");
-  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.status, kDifferent);
 }
 
 // The old installation has nothing in its place.
@@ -217,7 +217,7 @@ TEST_F(PlanCommandTest, SaysWhatIsWithdrawnFromTheReleaseAlone) {
             "errors in the files: 0\n"
             "\n"
             "1 definition: 1 attribute type (1 identical)\n");
-  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.status, kDifferent);
 }
 
 TEST_F(PlanCommandTest, ShowsNoControlCharacters) {
@@ -243,6 +243,7 @@ TEST_F(PlanCommandTest, SaysThatThereIsNothingToDo) {
 struct UsageCase {
   const char *name;
   Arguments arguments;
+  ExitStatus status;
   const char *error;
 };
 
@@ -258,45 +259,55 @@ TEST_P(PlanUsageTest, IsExplained) {
   write("new/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n");
   write("list", "1.1\n");
   write("decisions", "# first\n1.1 old\n");
-  expectResult(plan(GetParam().arguments), 2, "", GetParam().error);
+  expectResult(plan(GetParam().arguments), GetParam().status, "",
+               GetParam().error);
 }
 
-const UsageCase kUsage[] = {
+const UsageCase kUsages[] = {
     {"PreferenceWithoutBase",
      {"--prefer", "changed"},
+     kUsage,
      "--prefer: changed needs --base, which tells who has changed what\n"
      "Run with --help for more information.\n"},
     {"UnknownCode",
      {"--accept", "SHADOWED,NAME-OTHER-OIDS"},
+     kUsage,
      "--accept: no error that can be accepted has the code "
      "'NAME-OTHER-OIDS'; did you mean 'NAME-OTHER-OID'?\n"
      "Run with --help for more information.\n"},
     {"WarningCode",
      {"--accept", "EMPTY-FILE"},
+     kUsage,
      "--accept: no error that can be accepted has the code 'EMPTY-FILE'\n"
      "Run with --help for more information.\n"},
     {"CodeThatCannotBeAccepted",
      {"--accept", "COLLECTIVE"},
+     kUsage,
      "--accept: no error that can be accepted has the code 'COLLECTIVE'\n"
      "Run with --help for more information.\n"},
     {"DecisionOnWhatIsExcluded",
      {"--decisions", "decisions", "--excluded-oids", "list"},
+     kBadInput,
      "decisions:2: error: expected an OID that may be carried, found 1.1, "
      "which is in the list of excluded ones\n"},
     {"DecisionOnWhatIsWithdrawn",
      {"--decisions", "decisions", "--modified-oids", "list"},
+     kBadInput,
      "decisions:2: error: expected an OID that may be carried, found 1.1, "
      "which is in the list of modified ones\n"},
     {"CodeOfWhatWouldNotReadBack",
      {"--accept", "REWRITING"},
+     kUsage,
      "--accept: no error that can be accepted has the code 'REWRITING'\n"
      "Run with --help for more information.\n"},
     {"BaseThatIsNotThere",
      {"--base", "none"},
+     kFileError,
      "none: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
      "found: No such file or directory\n"},
     {"FileThatIsTooLarge",
      {"--max-size", "10"},
+     kBadInput,
      "old/V3.user.at: error: [LARGE-FILE] expected at most 10 bytes, found "
      "41\n"
      "new/V3.user.at: error: [LARGE-FILE] expected at most 10 bytes, found "
@@ -307,7 +318,7 @@ std::string nameOfCase(const testing::TestParamInfo<UsageCase> &info) {
   return info.param.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(All, PlanUsageTest, testing::ValuesIn(kUsage),
+INSTANTIATE_TEST_SUITE_P(All, PlanUsageTest, testing::ValuesIn(kUsages),
                          nameOfCase);
 
 TEST_F(PlanCommandTest, WithoutAVerdictForEachDefinitionIsAnInternalError) {

@@ -70,7 +70,7 @@ TEST_F(ShowTest, HelpHoldsAnExample) {
           "  --dir DIR REQUIRED          Schema directory\n\n"
           "Example:\n"
           "  schema-migrate show --dir /srv/schema person 2.5.4.3\n\n" +
-          exitStatusHelp("a name or an OID that nothing has"),
+          exitStatusHelp("  2 a name or an OID that nothing has\n"),
       "");
 }
 
@@ -78,22 +78,25 @@ TEST_F(ShowTest, WrongUsageAndBadInputAreTrouble) {
   write("old/V3.user.at", "attributetypes=( 1.1 NAME 'a' COLLECTIVE )\n");
   const struct {
     Arguments arguments;
+    ExitStatus status;
     std::string error;
   } kCases[] = {
-      {{"show", "--dir", "new"}, usageError("name is required")},
-      {{"show", "top"}, usageError("--dir is required")},
+      {{"show", "--dir", "new"}, kUsage, usageError("name is required")},
+      {{"show", "top"}, kUsage, usageError("--dir is required")},
       {{"show", "--dir", "new", "top"},
+       kBadInput,
        "new: error: expected schema files (V3.user.at and so on), found "
        "none\n"},
       {{"show", "--dir", "none", "top"},
+       kFileError,
        "none: error: No such file or directory\n"},
   };
-  for (const auto &[arguments, error] : kCases) {
+  for (const auto &[arguments, status, error] : kCases) {
     SCOPED_TRACE(error);
-    expectResult(runReading(arguments), 2, "", error);
+    expectResult(runReading(arguments), status, "", error);
   }
   const CommandResult endless = show({"a"});
-  EXPECT_EQ(endless.status, 2);
+  EXPECT_EQ(endless.status, kBadInput);
   EXPECT_EQ(endless.out, "");
   EXPECT_NE(endless.error, "");
 }
@@ -135,7 +138,7 @@ TEST_F(ShowTest, AStorageDefinitionWithoutAttributeTypeByOidOnly) {
                "storage definition (1.1), old/V3.qor.at:1\n" +
                    storage("1.1", "column", "4"),
                "");
-  expectResult(show({"column"}), 1, "",
+  expectResult(show({"column"}), kFindings, "",
                "old: error: nothing is called 'column'\n");
 }
 
@@ -455,7 +458,7 @@ TEST_F(ShowTest, AWordInPlaceOfAnOid) {
   const std::string alone = "storage definition (Sn-OID), old/V3.user.at:3\n" +
                             storage("Sn-OID", "y", "5");
   expectResult(show({"Cn-OID", "Sn-OID"}), 0, type + alone, "");
-  expectResult(show({"CN-oid", "Sn-OID"}), 1, alone,
+  expectResult(show({"CN-oid", "Sn-OID"}), kFindings, alone,
                "old: error: nothing is called 'CN-oid'; did you mean 'Cn-OID' "
                "or 'Sn-OID'?\n");
 }
@@ -472,10 +475,10 @@ TEST_F(ShowTest, SeveralKeysInTheirOrder) {
                         "objectclasses=( 1.2 NAME 'b' AUXILIARY )\n\n";
   expectResult(show({"b", "a"}), 0, b + a, "");
   expectResult(show({"a", "a"}), 0, a + a, "");
-  expectResult(show({"b", "unknown", "a", "other"}), 1, b + a,
+  expectResult(show({"b", "unknown", "a", "other"}), kFindings, b + a,
                "old: error: nothing is called 'unknown'\n"
                "old: error: nothing is called 'other'\n");
-  expectResult(show({"unknown", "a"}), 1, a,
+  expectResult(show({"unknown", "a"}), kFindings, a,
                "old: error: nothing is called 'unknown'\n");
 }
 
@@ -499,7 +502,7 @@ TEST_F(ShowTest, AnUnknownNameWithTheNearestOnes) {
   };
   for (const auto &[key, nearest] : kCases) {
     SCOPED_TRACE(key);
-    expectResult(show({key}), 1, "",
+    expectResult(show({key}), kFindings, "",
                  std::string("old: error: nothing is called '") + key + "'" +
                      nearest + "\n");
   }
@@ -551,7 +554,7 @@ QORAttributetypes=( 2.5.4.3 DBNAME ( 'CN' 'CN'  ) ACCESS-CLASS normal LENGTH 240
 TEST(ShowExamplesTest, AClassWithItsSuperiorsAndATypeWithItsStorage) {
   expectResult(runOnExamples({"show", "--dir", "new-release", "UIDOBJECT",
                               "commonName", "uids"}),
-               1, kShownExamples,
+               kFindings, kShownExamples,
                "new-release: error: nothing is called 'uids'; did you mean "
                "'uid'?\n");
 }

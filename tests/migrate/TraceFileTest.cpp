@@ -81,7 +81,7 @@ TEST_F(TraceFileTest, OfARunThatFailsEndsThere) {
   write("old/V3.user.oc", "objectclasses=( 1.1 NAME 'a'\n");
   const CommandResult result =
       run({"dump", "--dir", "old", "--trace", "trace"});
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kBadInput);
   // What was refused is not read by the library; so there is nothing to keep.
   EXPECT_FALSE(fs::exists(path("trace")));
 
@@ -91,7 +91,7 @@ TEST_F(TraceFileTest, OfARunThatFailsEndsThere) {
   EXPECT_EQ(run({"collisions", "--old", "new", "--new", "new",
                  "--excluded-oids", "list", "--trace", "trace"})
                 .status,
-            2);
+            kBadInput);
   EXPECT_NE(read("trace"), "");
 }
 
@@ -101,7 +101,8 @@ TEST_F(TraceFileTest, ARunThatFailsRemovesNothingButItsOwnFile) {
   fs::create_symlink("target", path("link"));
   for (const char *trace : {"/dev/null", "null", "link"}) {
     SCOPED_TRACE(trace);
-    EXPECT_EQ(run({"dump", "--dir", "old", "--trace", trace}).status, 2);
+    EXPECT_EQ(run({"dump", "--dir", "old", "--trace", trace}).status,
+              kBadInput);
     EXPECT_TRUE(fs::exists("/dev/null"));
     EXPECT_TRUE(fs::is_symlink(path("null")));
     EXPECT_TRUE(fs::is_symlink(path("link")));
@@ -131,7 +132,7 @@ TEST_F(TraceFileTest, MustNotLieInTheResult) {
     SCOPED_TRACE(trace);
     expectResult(run({"apply", "--old", "old", "--new", "new", "--out", out,
                       "--trace", trace}),
-                 2, "",
+                 kUsage, "",
                  std::string(trace) + ": error: expected a file outside " +
                      out + ", found one inside\n");
     EXPECT_EQ(snapshotOf(root()), before);
@@ -166,7 +167,7 @@ TEST_F(TraceFileTest, MustNotBeThere) {
     SCOPED_TRACE(trace);
     Arguments arguments = kDump;
     arguments.insert(arguments.end(), {"--trace", trace});
-    expectResult(run(arguments), 2, "", std::string(error) + '\n');
+    expectResult(run(arguments), kFileError, "", std::string(error) + '\n');
     EXPECT_EQ(snapshotOf(root()), before);
   }
 }
@@ -177,7 +178,7 @@ TEST_F(TraceFileTest, AFullDiskIsTrouble) {
   Arguments arguments = kDump;
   arguments.insert(arguments.end(), {"--trace", "/dev/full"});
   const CommandResult result = run(arguments);
-  expectResult(result, 2, run(kDump).out, error);
+  expectResult(result, kFileError, run(kDump).out, error);
 }
 
 TEST_F(TraceFileTest, AFullDiskDoesNotUndoAResult) {
@@ -185,7 +186,7 @@ TEST_F(TraceFileTest, AFullDiskDoesNotUndoAResult) {
   write("old/V3.user.oc", "");
   const CommandResult result = run({"apply", "--old", "old", "--new", "new",
                                     "--out", "out", "--trace", "/dev/full"});
-  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
             "/dev/full: error: cannot write the trace\n"
             "the result is complete in out\n");
@@ -200,7 +201,7 @@ TEST_F(TraceFileTest, WrongMasks) {
     Arguments arguments = kDump;
     arguments.insert(arguments.end(), {"--trace", "t", "--trace-events", mask});
     expectResult(
-        run(arguments), 2, "",
+        run(arguments), kUsage, "",
         usageError(mask.empty()
                        ? "--trace-events: expected a number, found "
                          "nothing"
@@ -210,13 +211,13 @@ TEST_F(TraceFileTest, WrongMasks) {
     SCOPED_TRACE(mask);
     Arguments arguments = kDump;
     arguments.insert(arguments.end(), {"--trace", "t", "--trace-events", mask});
-    expectResult(run(arguments), 2, "",
+    expectResult(run(arguments), kUsage, "",
                  usageError("--trace-events: the mask has none of the bits "
                             "0x04033000, so that nothing would be traced"));
   }
   Arguments arguments = kDump;
   arguments.insert(arguments.end(), {"--trace-events", "0x1000"});
-  expectResult(run(arguments), 2, "",
+  expectResult(run(arguments), kUsage, "",
                usageError("--trace-events requires --trace"));
   EXPECT_EQ(snapshotOf(root()), before);
 }

@@ -236,29 +236,30 @@ TEST_F(WithdrawTest, AnObjectClassWithTheOidOfATypeLeavesTheStorageUnnamed) {
 }
 
 TEST_F(WithdrawTest, ABadListIsTroubleAndNothingIsWritten) {
-  const auto fail = [this](const std::string &error) {
+  const auto fail = [this](ExitStatus status, const std::string &error) {
     const auto before = snapshotOf(root());
-    expectResult(run(kApply), 2, "", error);
+    expectResult(run(kApply), status, "", error);
     EXPECT_EQ(snapshotOf(root()), before);
   };
   fail(
+      kFileError,
       "list: error: [UNREADABLE-FILE] expected a file that can be read, found: "
       "No such file or directory\n");
   write("list", "2.1\n2.2");
-  fail(
-      "list:2:1: error: [LIST-UNTERMINATED] expected a newline behind '2.2', "
-      "found the end of the file; the library ignores the word\n"
-      "2.2\n^\n");
+  fail(kBadInput,
+       "list:2:1: error: [LIST-UNTERMINATED] expected a newline behind '2.2', "
+       "found the end of the file; the library ignores the word\n"
+       "2.2\n^\n");
   std::filesystem::remove(path("list"));
   std::filesystem::create_directory(path("list"));
-  fail(
-      "list: error: [NOT-A-FILE] expected a regular file, found a "
-      "directory\n");
+  fail(kFileError,
+       "list: error: [NOT-A-FILE] expected a regular file, found a "
+       "directory\n");
 }
 
 TEST_F(WithdrawTest, ABadListIsReportedBeforeConflicts) {
   write("old/V3.user.oc", "objectclasses=( 1.2 NAME 'sys' ABSTRACT )\n");
-  expectResult(run(kApply), 2, "",
+  expectResult(run(kApply), kFileError, "",
                "list: error: [UNREADABLE-FILE] expected a file that can be "
                "read, found: No such file or directory\n");
 }

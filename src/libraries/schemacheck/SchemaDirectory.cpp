@@ -24,15 +24,20 @@ constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
 SchemaDirectory::SchemaDirectory(fs::path path, std::uintmax_t sizeLimit)
     : m_path(std::move(path)), m_sizeLimit(sizeLimit) {
+  std::vector<std::string> names;
   std::error_code error;
-  const fs::directory_iterator opened(m_path, error);
+  for (fs::directory_iterator entry(m_path, error), end; !error && entry != end;
+       entry.increment(error)) {
+    names.push_back(entry->path().filename().string());
+  }
   if (error) {
     m_findings.push_back(findingOn(
         Code::kNotADirectory, m_path.string(),
         "expected a directory that can be read, found: " + error.message()));
     return;
   }
-  checkNames();
+  std::sort(names.begin(), names.end());
+  checkNames(names);
   for (std::size_t number = 0; number < kSchemaFiles.size(); ++number) {
     readFile(number);
   }
@@ -59,15 +64,9 @@ void SchemaDirectory::addStatements() {
   }
 }
 
-// Looks for files whose names seem to be meant for those of schema files.
-void SchemaDirectory::checkNames() {
-  std::vector<std::string> names;
-  std::error_code error;
-  for (fs::directory_iterator entry(m_path, error), end; !error && entry != end;
-       entry.increment(error)) {
-    names.push_back(entry->path().filename().string());
-  }
-  std::sort(names.begin(), names.end());
+// Looks for files whose names, in ascending order, seem to be meant for those
+// of schema files.
+void SchemaDirectory::checkNames(const std::vector<std::string> &names) {
   const auto isThere = [&names](const std::string &name) {
     return std::binary_search(names.begin(), names.end(), name);
   };

@@ -45,7 +45,7 @@ class SchemaDirectory {
   const std::vector<Finding> &findings() const { return m_findings; }
 
  private:
-  void checkNames();
+  void checkNames(const std::vector<std::string> &names);
   void readFile(std::size_t number);
   void addStatements();
 

@@ -10,6 +10,7 @@
 #include "Manifest.h"
 #include "OutputDirectory.h"
 #include "PlanReport.h"
+#include "Refusal.h"
 #include "ResultCheck.h"
 #include "Trouble.h"
 
@@ -87,21 +88,16 @@ std::vector<std::string> ignoredIn(const Migration &migration) {
   return warnings;
 }
 
-// Throws Trouble if something stops the migration.
+// Throws Refusal if something stops the migration.
 void requireNoStoppers(const Migration &migration) {
-  const std::vector<schemacheck::Finding> stoppers = migration.stoppers();
-  if (stoppers.empty()) {
-    return;
+  std::vector<schemacheck::Finding> stoppers = migration.stoppers();
+  if (!stoppers.empty()) {
+    throw Refusal(
+        kFindings, std::move(stoppers),
+        "nothing was written; mend the files, or leave out what is not "
+        "to be carried: with --excluded-oids, --decisions, --leave-out, "
+        "or --accept for errors that are acceptable\n");
   }
-  std::string text;
-  for (const schemacheck::Finding &finding : stoppers) {
-    text += toText(finding);
-  }
-  throw Trouble(
-      text +
-      "nothing was written; mend the files, or leave out what is not "
-      "to be carried: with --excluded-oids, --decisions, --leave-out, "
-      "or --accept for errors that are acceptable");
 }
 
 ApplyResult describeInput(const Migration &migration) {
@@ -168,9 +164,10 @@ void requireNoLosses(const std::vector<std::string> &errors) {
     text += "and " + std::to_string(errors.size() - kShown) + " more\n";
   }
   if (!text.empty()) {
-    throw Trouble(text +
-                  "nothing was written; the files do not read back as they "
-                  "should; is there room on the disk?");
+    throw Trouble(kFileError,
+                  text +
+                      "nothing was written; the files do not read back as they "
+                      "should; is there room on the disk?");
   }
 }
 
@@ -239,7 +236,8 @@ ApplyResult apply(const ApplyOptions &options) {
     makeResult(migration, manifest, out, &carrying, &result);
     out.commit();
   } catch (const Trouble &trouble) {
-    throw Trouble(asInOutput(trouble.what(), working, options.outDirectory));
+    throw Trouble(trouble.status(),
+                  asInOutput(trouble.what(), working, options.outDirectory));
   }
   result.backup = out.backup();
   return result;

@@ -4,7 +4,6 @@
 #include <ctime>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "Disk.h"
@@ -63,9 +62,7 @@ std::vector<std::string> backupsOf(const fs::path &target) {
   std::vector<std::pair<Order, std::string>> found;
   for (const fs::path &path : entriesOf(target.parent_path())) {
     const std::string name = path.filename().string();
-    std::error_code ignored;
-    if (name.rfind(stem, 0) != 0 ||
-        !fs::is_directory(fs::symlink_status(path, ignored))) {
+    if (name.rfind(stem, 0) != 0 || typeOf(path) != fs::file_type::directory) {
       continue;
     }
     if (const auto order = orderOf(name.substr(stem.size()))) {

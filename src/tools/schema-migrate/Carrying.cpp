@@ -10,6 +10,7 @@
 #include "Disk.h"
 #include "Inventory.h"
 #include "OidList.h"
+#include "Schemas.h"
 #include "Trouble.h"
 
 namespace fs = std::filesystem;
@@ -17,6 +18,7 @@ namespace fs = std::filesystem;
 using schemacheck::SchemaDirectory;
 using schemacheck::Statement;
 using schemacheck::StrictFile;
+using schemaplan::Installation;
 using schemaplan::PlannedDefinition;
 
 namespace {
@@ -43,7 +45,7 @@ class ListInMemory {
     if (m_descriptor == -1 || written < text.size()) {
       const std::string reason = std::generic_category().message(errno);
       release();
-      throw Trouble("error: cannot make a list of OIDs: " + reason);
+      throw Trouble(kFileError, "error: cannot make a list of OIDs: " + reason);
     }
   }
   ~ListInMemory() { release(); }
@@ -66,28 +68,24 @@ class ListInMemory {
   const int m_descriptor;
 };
 
-// Whether the schema's table of the kind holds something under the key.
 bool holds(const SchemaManager &schema, const Statement &statement) {
-  const std::string key = statement.key();
-  switch (statement.definition->kind) {
-    case Kind::kAttributeType:
-      return schema.attributeTypes().count(key) != 0;
-    case Kind::kObjectClass:
-      return schema.objectClasses().count(key) != 0;
-    case Kind::kStorage:
-      break;
-  }
-  return schema.storageDefinitions().count(key) != 0;
+  return holds(schema, statement.definition->kind,
+               std::string(statement.key()));
 }
 
 // Reads the schema files that a directory has into `schema`, which is one for
 // that directory. Throws Trouble when one cannot be read.
-void readFiles(const SchemaDirectory &directory, SchemaManager *schema) {
+void readFiles(const Installation &installation, SchemaManager *schema) {
+  const SchemaDirectory &directory = installation.directory;
   for (const StrictFile &file : directory.files()) {
-    if (schema->readFile(kSchemaFiles[file.number].name) != 0) {
-      throw Trouble(errorAt(file.text.name(), 0,
-                            "cannot read the file; was it changed just now?"));
-    }
+    requireRead(schema->readFile(kSchemaFiles[file.number].name) == 0,
+                file.text.name());
+  }
+  for (const Statement &statement : directory.statements()) {
+    requireRead(!directory.index().isHeld(statement) ||
+                    !installation.isRead(statement) ||
+                    holds(*schema, statement),
+                statement.file->text.name());
   }
 }
 
@@ -97,8 +95,8 @@ Carrying::Carrying(const Migration &migration)
     : m_migration(migration),
       m_old(migration.options().oldDirectory.string()),
       m_new(migration.options().newDirectory.string()) {
-  readFiles(migration.oldDirectory(), &m_old);
-  readFiles(migration.newDirectory(), &m_new);
+  readFiles(migration.oldInstallation(), &m_old);
+  readFiles(migration.newInstallation(), &m_new);
   readExcludedOids();
 }
 
@@ -108,14 +106,12 @@ void Carrying::readExcludedOids() {
     return;
   }
   const ListInMemory list(oids);
-  if (m_old.readExcludedOids(list.path()) != 0) {
-    throw Trouble("error: cannot read the list of excluded OIDs back");
-  }
+  ::readExcludedOids(list.path(), oids, &m_old);
 }
 
 void Carrying::compare() {
   if (m_old.compSchemas(&m_new) == 0) {
-    throw Trouble("error: the comparison of the two schemas failed");
+    throw InternalError("the comparison of the two schemas failed");
   }
   for (const PlannedDefinition &planned : m_migration.plan().definitions) {
     const bool isToBeCarried = m_migration.plan().isMerged(planned);
@@ -147,15 +143,15 @@ void Carrying::withdraw() {
   findWhatIsLeft(m_migration.plan(), &m_withdrawals);
   const fs::path &list = *m_migration.options().modifiedOids;
   if (m_new.modifySchema(list.string()) != 0) {
-    throw Trouble(errorAt(list, 0, "cannot open the file"));
+    throw Trouble(kFileError, errorAt(list, 0, "cannot open the file"));
   }
 }
 
 void Carrying::write(const fs::path &directory) {
   for (const schemacheck::SchemaFile &file : kSchemaFiles) {
     if (file.written && m_new.writeFile(directory.string(), file.name) != 0) {
-      throw Trouble(errorAt(directory / file.name, 0,
-                            "cannot open the file for writing"));
+      throw Trouble(kFileError, errorAt(directory / file.name, 0,
+                                        "cannot open the file for writing"));
     }
   }
   for (const StrictFile &file : m_migration.newDirectory().files()) {

@@ -13,14 +13,13 @@
 
 namespace {
 
-// The end of a help text. `found` is what the status 1 says; null where there
-// is no such status.
-std::string exitStatus(const char *found) {
-  return std::string("Exit status:\n  0 done") +
-         (found == nullptr ? ""
-                           : std::string(", and nothing found\n  1 ") + found) +
-         "\n  2 trouble: wrong usage, bad input, a file that fails\n"
-         "  3 a fault of the command itself";
+// The end of a help text. `found`: the lines of the statuses 1 and 2.
+std::string exitStatus(const std::string &found) {
+  return "Exit status:\n  0 done\n" + found +
+         "  3 bad input: a file whose content cannot be used\n"
+         "  4 a file, a directory or an output fails or is in the way\n"
+         "  5 wrong usage\n"
+         "  6 a fault of the command itself";
 }
 
 const char kCollisionsNote[] =
@@ -103,7 +102,7 @@ std::set<schemacheck::Code> codesOf(const std::vector<std::string> &names) {
 void flushOutput() {
   std::cout.flush();
   if (!std::cout) {
-    throw Trouble("error: cannot write to standard output");
+    throw Trouble(kFileError, "error: cannot write to standard output");
   }
 }
 
@@ -115,8 +114,9 @@ CommandLine::CommandLine()
   m_app.set_version_flag("--version", "schema-migrate " SCHEMA_MIGRATE_VERSION);
   m_app.require_subcommand(1);
   m_app.footer(
-      exitStatus("something found: findings, changes to be made, collisions, "
-                 "differences, an unknown name"));
+      exitStatus("  1 differences, or changes to be made\n"
+                 "  2 findings: errors, collisions, what apply refuses, an "
+                 "unknown name\n"));
   addPlan();
   addApply();
   addRestore();
@@ -128,12 +128,12 @@ CommandLine::CommandLine()
 }
 
 void CommandLine::addPlan() {
-  CLI::App *plan =
-      add("plan",
-          "Say what apply would do with each definition of an old "
-          "installation, and what would break. Writes nothing.",
-          "schema-migrate plan --old /srv/old/schema --new /srv/new/schema",
-          runPlan, "changes to be made");
+  CLI::App *plan = add(
+      "plan",
+      "Say what apply would do with each definition of an old "
+      "installation, and what would break. Writes nothing.",
+      "schema-migrate plan --old /srv/old/schema --new /srv/new/schema",
+      runPlan, "  1 changes to be made\n  2 something that apply refuses\n");
   addFormat(plan);
   addBoth(plan);
   addPlanning(plan);
@@ -146,7 +146,7 @@ void CommandLine::addApply() {
           "plan says, and write the result to a new directory.",
           "schema-migrate apply --old /srv/old/schema --new /srv/new/schema "
           "--out /srv/merged",
-          runApply);
+          runApply, "  2 refused; plan says the same\n");
   addTrace(apply);
   addFormat(apply);
   addBoth(apply);
@@ -163,8 +163,7 @@ void CommandLine::addRestore() {
       add("restore",
           "Put a backup that apply --replace has made in the place of the "
           "directory; what is there becomes a backup in turn.",
-          "schema-migrate restore --out /srv/merged", runRestore,
-          "no backup to list");
+          "schema-migrate restore --out /srv/merged", runRestore);
   addDirectory(restore, "--out", &m_options.outDirectory,
                "Directory whose backup comes back");
   restore
@@ -183,7 +182,7 @@ void CommandLine::addCheck() {
           "choke on. Of several directories the last is the new release, and "
           "the others are checked against it, too.",
           "schema-migrate check /srv/old/schema /srv/new/schema", runCheck,
-          "errors found, or warnings with --strict");
+          "  2 errors found, or warnings with --strict\n");
   addTrace(check);
   addFormat(check);
   check->add_option("directory", m_options.directories, "Schema directories")
@@ -206,7 +205,7 @@ void CommandLine::addCollisions() {
           "with a new release.",
           "schema-migrate collisions --old /srv/old/schema --new "
           "/srv/new/schema",
-          runCollisions, "collisions found");
+          runCollisions, "  2 collisions found\n");
   addTrace(collisions);
   addFormat(collisions);
   addBoth(collisions);
@@ -223,7 +222,7 @@ void CommandLine::addCompare() {
           "what fields, and what only one of them has.",
           "schema-migrate compare --old /srv/old/schema --new "
           "/srv/new/schema",
-          runCompare, "differences found");
+          runCompare, "  1 differences found\n");
   addTrace(compare);
   addFormat(compare);
   addBoth(compare);
@@ -235,7 +234,7 @@ void CommandLine::addShow() {
                        "Show definitions with their superiors, what they "
                        "inherit, and how they are stored.",
                        "schema-migrate show --dir /srv/schema person 2.5.4.3",
-                       runShow, "a name or an OID that nothing has");
+                       runShow, "  2 a name or an OID that nothing has\n");
   addTrace(show);
   addFormat(show);
   addDirectory(show, "--dir", &m_options.directory, "Schema directory");
@@ -361,9 +360,9 @@ void CommandLine::requireCommand(const std::string &word) const {
     names.insert(command->get_name());
   }
   if (names.count(word) == 0) {
-    throw Trouble("error: no command is called '" + word + "'" +
-                  didYouMean(word, names) +
-                  "\nRun with --help for more information.");
+    throw Trouble(kUsage, "error: no command is called '" + word + "'" +
+                              didYouMean(word, names) +
+                              "\nRun with --help for more information.");
   }
 }
 
@@ -380,7 +379,7 @@ void CommandLine::requireSense() const {
   }
 }
 
-int CommandLine::run(int argc, char **argv) {
+ExitStatus CommandLine::run(int argc, char **argv) {
   if (argc > 1 && argv[1][0] != '-') {
     requireCommand(argv[1]);
   }
@@ -389,12 +388,12 @@ int CommandLine::run(int argc, char **argv) {
   } catch (const CLI::ParseError &error) {
     const bool asked = m_app.exit(error) == 0;
     flushOutput();
-    return asked ? kDone : kTrouble;
+    return asked ? kDone : kUsage;
   }
   return runTraced();
 }
 
-int CommandLine::runTraced() {
+ExitStatus CommandLine::runTraced() {
   std::optional<TraceFile> trace;
   if (m_options.trace) {
     if (!m_options.outDirectory.empty()) {
@@ -402,7 +401,7 @@ int CommandLine::runTraced() {
     }
     trace.emplace(*m_options.trace, m_options.traceEvents);
   }
-  const int status = m_run(m_options);
+  const ExitStatus status = m_run(m_options);
   try {
     if (trace) {
       trace->close();
@@ -411,8 +410,9 @@ int CommandLine::runTraced() {
   } catch (const Trouble &trouble) {
     throw m_options.outDirectory.empty()
         ? trouble
-        : Trouble(trouble.what() + std::string("\nthe result is complete in ") +
-                  m_options.outDirectory);
+        : Trouble(trouble.status(),
+                  trouble.what() + std::string("\nthe result is complete in ") +
+                      m_options.outDirectory);
   }
   return status;
 }

@@ -16,10 +16,10 @@ class CommandLine {
 
   // Does what the arguments say, and returns the exit status. Throws Trouble
   // when the command does, and when the output cannot be written.
-  int run(int argc, char **argv);
+  ExitStatus run(int argc, char **argv);
 
  private:
-  using Run = int (*)(const Options &);
+  using Run = ExitStatus (*)(const Options &);
 
   void addApply();
   void addCheck();
@@ -30,11 +30,10 @@ class CommandLine {
   void addRestore();
   void addShow();
 
-  // `found`: what the exit status 1 says, for the help; null if the command
-  // never has it.
+  // `found`: what the exit statuses 1 and 2 say, where the command has them: a
+  // line each of the table in its help.
   CLI::App *add(const std::string &name, const std::string &description,
-                const std::string &example, Run action,
-                const char *found = nullptr);
+                const std::string &example, Run action, const char *found = "");
 
   // Options that several commands have.
   void addTrace(CLI::App *command);
@@ -45,7 +44,7 @@ class CommandLine {
 
   void requireCommand(const std::string &word) const;
   void requireSense() const;
-  int runTraced();
+  ExitStatus runTraced();
 
   CLI::App m_app;
   Options m_options;

@@ -14,11 +14,11 @@
 #include "Migration.h"
 #include "OidList.h"
 #include "PlanReport.h"
+#include "Refusal.h"
 #include "Report.h"
 #include "Restore.h"
 #include "Schemas.h"
 #include "Show.h"
-#include "Trouble.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ MigrationOptions migrationOf(const Options &options) {
 
 }  // namespace
 
-int runApply(const Options &options) {
+ExitStatus runApply(const Options &options) {
   const ApplyOptions what{
       migrationOf(options), options.outDirectory,
       options.replace ? Existing::kReplace : Existing::kRefuse};
@@ -61,7 +61,7 @@ int runApply(const Options &options) {
   return kDone;
 }
 
-int runCheck(const Options &options) {
+ExitStatus runCheck(const Options &options) {
   const CheckOptions what{options.directories, options.excludedOids,
                           options.modifiedOids, options.sizeLimit,
                           options.strict};
@@ -71,10 +71,11 @@ int runCheck(const Options &options) {
   } else {
     printCheck(result, &std::cout);
   }
-  return result.passes(what.strict) ? kDone : kFound;
+  return statusOf(result.findings,
+                  result.passes(what.strict) ? kDone : kFindings);
 }
 
-int runCollisions(const Options &options) {
+ExitStatus runCollisions(const Options &options) {
   const auto schemas = readSchemas(options);
   const Collisions collisions = findCollisions(schemas.get());
   std::optional<schemacheck::SchemaDirectory> old;
@@ -96,10 +97,10 @@ int runCollisions(const Options &options) {
       printClashes(*clashes, &std::cout);
     }
   }
-  return collisions.any() || (clashes && !clashes->empty()) ? kFound : kDone;
+  return collisions.any() || (clashes && !clashes->empty()) ? kFindings : kDone;
 }
 
-int runCompare(const Options &options) {
+ExitStatus runCompare(const Options &options) {
   const auto schemas = readSchemas(options);
   const Comparison comparison = compareSchemas(schemas.get());
   if (options.json) {
@@ -107,10 +108,10 @@ int runCompare(const Options &options) {
   } else {
     printComparison(*schemas, comparison, &std::cout);
   }
-  return comparison.equal() ? kDone : kFound;
+  return comparison.equal() ? kDone : kDifferent;
 }
 
-int runPlan(const Options &options) {
+ExitStatus runPlan(const Options &options) {
   const Migration migration(migrationOf(options));
   warn(migration.warnings());
   if (options.json) {
@@ -119,20 +120,21 @@ int runPlan(const Options &options) {
     printPlan(migration, &std::cout);
   }
   if (!migration.stoppers().empty()) {
-    return kTrouble;
+    return kFindings;
   }
-  return migration.plan().changesAnything() ? kFound : kDone;
+  return migration.plan().changesAnything() ? kDifferent : kDone;
 }
 
-int runRestore(const Options &options) {
+ExitStatus runRestore(const Options &options) {
   if (options.list) {
-    return printBackups(options.outDirectory, &std::cout) ? kDone : kFound;
+    printBackups(options.outDirectory, &std::cout);
+    return kDone;
   }
   restore(options.outDirectory, options.backup, &std::cout);
   return kDone;
 }
 
-int runShow(const Options &options) {
+ExitStatus runShow(const Options &options) {
   const Shown shown(options.directory, options.keys);
   if (options.json) {
     printShownJson(shown, &std::cout);
@@ -140,10 +142,10 @@ int runShow(const Options &options) {
   } else {
     printShown(shown);
   }
-  return shown.isComplete() ? kDone : kFound;
+  return shown.isComplete() ? kDone : kFindings;
 }
 
-int runDump(const Options &options) {
+ExitStatus runDump(const Options &options) {
   dump(options.directory, options.excludedOids, options.table);
   return kDone;
 }

@@ -8,16 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "ExitStatus.h"
 #include "FindingCodes.h"
 #include "Rules.h"
 #include "SchemaDirectory.h"
 #include "TraceFile.h"
-
-// The exit statuses.
-constexpr int kDone = 0;
-constexpr int kFound = 1;
-constexpr int kTrouble = 2;
-constexpr int kInternal = 3;
 
 // What the options say. Which of them a command has is the command line's
 // matter.
@@ -51,13 +46,13 @@ struct Options {
 // else is to be said on standard error, and returns the exit status. Throws
 // Trouble when something is wrong with the input or the file system; nothing
 // is printed on standard output then.
-int runApply(const Options &options);
-int runCheck(const Options &options);
-int runCollisions(const Options &options);
-int runCompare(const Options &options);
-int runDump(const Options &options);
-int runPlan(const Options &options);
-int runRestore(const Options &options);
-int runShow(const Options &options);
+ExitStatus runApply(const Options &options);
+ExitStatus runCheck(const Options &options);
+ExitStatus runCollisions(const Options &options);
+ExitStatus runCompare(const Options &options);
+ExitStatus runDump(const Options &options);
+ExitStatus runPlan(const Options &options);
+ExitStatus runRestore(const Options &options);
+ExitStatus runShow(const Options &options);
 
 #endif  // SCHEMA_MIGRATE_COMMANDS_H_

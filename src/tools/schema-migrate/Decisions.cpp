@@ -1,9 +1,8 @@
 #include "Decisions.h"
 
-#include <fstream>
 #include <sstream>
 
-#include "Inventory.h"
+#include "Disk.h"
 #include "Trouble.h"
 
 namespace fs = std::filesystem;
@@ -32,8 +31,7 @@ std::string inWords(const std::vector<std::string> &words) {
 }  // namespace
 
 std::map<std::string, Decision> readDecisions(const fs::path &file) {
-  requireReadableFile(file);
-  std::ifstream in(file);
+  std::istringstream in(textOf(file));
   std::map<std::string, Decision> decisions;
   std::string errors;
   std::string line;
@@ -59,7 +57,7 @@ std::map<std::string, Decision> readDecisions(const fs::path &file) {
     }
   }
   if (!errors.empty()) {
-    throw Trouble(errors);
+    throw Trouble(kBadInput, errors);
   }
   return decisions;
 }

@@ -104,6 +104,7 @@ struct stat statusOf(const fs::path &path) {
 
 void failAt(const fs::path &path, const std::string &action) {
   throw Trouble(
+      kFileError,
       errorAt(path, 0, action + ": " + std::generic_category().message(errno)));
 }
 
@@ -111,14 +112,25 @@ fs::path resolve(const fs::path &path) {
   std::error_code error;
   fs::path resolved = fs::weakly_canonical(fs::absolute(path), error);
   if (error) {
-    throw Trouble(errorAt(path, 0, error.message()));
+    throw Trouble(kFileError, errorAt(path, 0, error.message()));
   }
   return resolved.has_filename() ? resolved : resolved.parent_path();
 }
 
+fs::file_type typeOf(const fs::path &path, Links links) {
+  std::error_code error;
+  const fs::file_status status = links == Links::kFollow
+                                     ? fs::status(path, error)
+                                     : fs::symlink_status(path, error);
+  if (status.type() == fs::file_type::none) {
+    throw Trouble(kFileError,
+                  errorAt(path, 0, "cannot look at it: " + error.message()));
+  }
+  return status.type();
+}
+
 bool isThere(const fs::path &path) {
-  std::error_code ignored;
-  return fs::exists(fs::symlink_status(path, ignored));
+  return typeOf(path) != fs::file_type::not_found;
 }
 
 std::vector<fs::path> entriesOf(const fs::path &directory) {
@@ -130,6 +142,7 @@ std::vector<fs::path> entriesOf(const fs::path &directory) {
   }
   if (error) {
     throw Trouble(
+        kFileError,
         errorAt(directory, 0, "cannot read the directory: " + error.message()));
   }
   std::sort(paths.begin(), paths.end());
@@ -140,6 +153,26 @@ void makeDirectory(const fs::path &path) {
   if (mkdir(path.c_str(), 0777) != 0) {
     failAt(path, "cannot create the directory");
   }
+}
+
+std::string textOf(const fs::path &path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (error) {
+    throw Trouble(kFileError, errorAt(path, 0, error.message()));
+  }
+  if (!fs::is_regular_file(status)) {
+    throw Trouble(
+        kFileError,
+        errorAt(path, 0, "expected a regular file, found something else"));
+  }
+  const Descriptor in(path, O_RDONLY);
+  std::string text;
+  char buffer[1 << 16];
+  while (const std::size_t length = in.read(buffer, sizeof buffer)) {
+    text.append(buffer, length);
+  }
+  return text;
 }
 
 void writeNewFile(const fs::path &path, const std::string &text) {
@@ -182,9 +215,11 @@ void syncName(const fs::path &directory) {
   try {
     sync(directory.parent_path());
   } catch (const Trouble &trouble) {
-    throw Trouble(std::string(trouble.what()) + '\n' + directory.string() +
-                  ": note: the directory is complete there, but its name may "
-                  "be gone if the machine stops now");
+    throw Trouble(
+        trouble.status(),
+        std::string(trouble.what()) + '\n' + directory.string() +
+            ": note: the directory is complete there, but its name may "
+            "be gone if the machine stops now");
   }
 }
 
@@ -192,7 +227,8 @@ void removeAll(const fs::path &directory) {
   std::error_code error;
   fs::remove_all(directory, error);
   if (error) {
-    throw Trouble(errorAt(directory, 0,
+    throw Trouble(kFileError,
+                  errorAt(directory, 0,
                           "cannot remove the directory: " + error.message()));
   }
 }
@@ -222,7 +258,8 @@ void exchange(const fs::path &one, const fs::path &other) {
   if (renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(),
                 RENAME_EXCHANGE) != 0) {
     if (isUnsupported()) {
-      throw Trouble(errorAt(other, 0,
+      throw Trouble(kFileError,
+                    errorAt(other, 0,
                             "cannot replace the directory: its file system "
                             "cannot exchange two directories in one step"));
     }
@@ -237,7 +274,8 @@ void requireNoMountPoint(const fs::path &directory) {
     failAt(directory, "cannot look at it");
   }
   if ((status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0) {
-    throw Trouble(errorAt(directory, 0,
+    throw Trouble(kFileError,
+                  errorAt(directory, 0,
                           "a file system is mounted there, so that it cannot "
                           "be replaced; name a directory in it"));
   }

@@ -15,6 +15,13 @@
 // last parts need not exist.
 std::filesystem::path resolve(const std::filesystem::path &path);
 
+// Whether a link itself is meant, or what it leads to.
+enum class Links { kStop, kFollow };
+
+// What a path is; not_found if there is nothing.
+std::filesystem::file_type typeOf(const std::filesystem::path &path,
+                                  Links links = Links::kStop);
+
 // Whether anything has the name, a link that leads nowhere included.
 bool isThere(const std::filesystem::path &path);
 
@@ -23,6 +30,9 @@ std::vector<std::filesystem::path> entriesOf(
     const std::filesystem::path &directory);
 
 void makeDirectory(const std::filesystem::path &path);
+
+// All that a file holds, which must be a regular one.
+std::string textOf(const std::filesystem::path &path);
 
 // Writes a new file.
 void writeNewFile(const std::filesystem::path &path, const std::string &text);

@@ -109,7 +109,8 @@ void copyTree(const fs::path &from, const fs::path &to, dev_t device) {
   const struct stat status = statusOf(from, false);
   std::error_code error;
   if (status.st_dev != device) {
-    throw Trouble(errorAt(from, 0,
+    throw Trouble(kFileError,
+                  errorAt(from, 0,
                           "cannot carry this over: it is on another file "
                           "system"));
   }
@@ -123,12 +124,14 @@ void copyTree(const fs::path &from, const fs::path &to, dev_t device) {
       copyTree(path, to / path.filename(), device);
     }
   } else {
-    throw Trouble(errorAt(from, 0,
+    throw Trouble(kFileError,
+                  errorAt(from, 0,
                           "cannot carry this over: expected a file, a "
                           "directory or a link, found something else"));
   }
   if (error) {
-    throw Trouble(errorAt(to, 0, "cannot copy: " + error.message()));
+    throw Trouble(kFileError,
+                  errorAt(to, 0, "cannot copy: " + error.message()));
   }
   if (S_ISLNK(status.st_mode)) {
     setOwner(to, status);

@@ -13,8 +13,10 @@ namespace {
 
 bool isColoured(const std::ostream *out) {
   const char *noColour = std::getenv("NO_COLOR");
-  return out == &std::cout && (noColour == nullptr || *noColour == '\0') &&
-         isatty(STDOUT_FILENO) == 1;
+  const int file = out == &std::cout   ? STDOUT_FILENO
+                   : out == &std::cerr ? STDERR_FILENO
+                                       : -1;
+  return (noColour == nullptr || *noColour == '\0') && isatty(file) == 1;
 }
 
 std::string inColour(const Finding &finding) {

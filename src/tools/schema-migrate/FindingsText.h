@@ -7,9 +7,9 @@
 
 #include "Finding.h"
 
-// Prints findings as toText() gives them. On standard output, if that is a
-// terminal and the environment has no NO_COLOR, or an empty one, the severity
-// is coloured.
+// Prints findings as toText() gives them. On standard output or standard error,
+// if that is a terminal and the environment has no NO_COLOR, or an empty one,
+// the severity is coloured.
 void printFindings(const std::vector<schemacheck::Finding> &findings,
                    std::ostream *out);
 

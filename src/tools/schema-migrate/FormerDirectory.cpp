@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 #include "Disk.h"
@@ -33,17 +32,16 @@ FormerDirectory::FormerDirectory(fs::path path) : m_path(std::move(path)) {
   bool any = false;
   for (const fs::path &entry : entriesOf(m_path)) {
     const std::string name = entry.filename().string();
-    std::error_code ignored;
     if (isSchemaFile(name)) {
       any = true;
     } else if (name != kManifestName) {
-      m_others.push_back(fs::is_directory(fs::symlink_status(entry, ignored))
-                             ? name + "/"
-                             : name);
+      m_others.push_back(typeOf(entry) == fs::file_type::directory ? name + "/"
+                                                                   : name);
     }
   }
   if (!any && !isEmpty()) {
-    throw Trouble(errorAt(m_path, 0,
+    throw Trouble(kFileError,
+                  errorAt(m_path, 0,
                           "expected a schema directory to replace (V3.user.at "
                           "and so on), found other files only"));
   }
@@ -80,8 +78,7 @@ void FormerDirectory::handOnAttributes(const fs::path &directory) const {
     if (!isSchemaFile(name) && name != kManifestName) {
       continue;
     }
-    std::error_code ignored;
-    if (fs::is_regular_file(m_path / name, ignored)) {
+    if (typeOf(m_path / name, Links::kFollow) == fs::file_type::regular) {
       copyAttributes(m_path / name, file);
     } else {
       copyOwner(m_path, file);
@@ -94,7 +91,8 @@ void FormerDirectory::requireUnchanged() const {
   State now;
   addState(m_path, &now);
   if (now != m_state) {
-    throw Trouble(errorAt(m_path, 0,
+    throw Trouble(kFileError,
+                  errorAt(m_path, 0,
                           "was changed while the result was made; run it again "
                           "when nothing changes the directory"));
   }

@@ -1,11 +1,11 @@
 #include "Inventory.h"
 
-#include <cerrno>
-#include <fstream>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "Attribute.h"
+#include "Disk.h"
 #include "GuardedLexan.h"
 #include "ObjectClass.h"
 #include "QORAttribute.h"
@@ -49,35 +49,26 @@ bool parse(GuardedLexan *lexan, int keyword, Entry *entry) {
   }
 }
 
-}  // namespace
+// The analyser of a file that has been read.
+class TextLexan : public GuardedLexan {
+ public:
+  explicit TextLexan(const std::string &text)
+      : GuardedLexan("", ""), m_text(text, std::ios::in) {
+    readFrom(&m_text);
+  }
 
-void requireReadableFile(const fs::path &path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (error) {
-    throw Trouble(errorAt(path, 0, error.message()));
-  }
-  if (!fs::is_regular_file(status)) {
-    throw Trouble(
-        errorAt(path, 0, "expected a regular file, found something else"));
-  }
-  errno = 0;
-  std::ifstream in(path, std::ios::binary);
-  char buffer[1 << 16];
-  while (in.good()) {
-    in.read(buffer, sizeof buffer);
-  }
-  if (!in.eof()) {
-    throw Trouble(errorAt(
-        path, 0, "cannot read: " + std::generic_category().message(errno)));
-  }
-}
+ private:
+  std::stringbuf m_text;
+};
+
+}  // namespace
 
 Inventory::Inventory(fs::path directory) : m_directory(std::move(directory)) {
   const Untraced untraced;
   std::error_code error;
   if (!fs::is_directory(m_directory, error)) {
-    throw Trouble(errorAt(m_directory, 0,
+    throw Trouble(kFileError,
+                  errorAt(m_directory, 0,
                           error ? error.message() : "expected a directory"));
   }
   bool any = false;
@@ -87,12 +78,12 @@ Inventory::Inventory(fs::path directory) : m_directory(std::move(directory)) {
         fs::symlink_status(path, error).type() != fs::file_type::not_found;
     if (m_present[file]) {
       any = true;
-      requireReadableFile(path);
-      readFile(file);
+      readFile(file, textOf(path));
     }
   }
   if (!any) {
-    throw Trouble(errorAt(m_directory, 0,
+    throw Trouble(kBadInput,
+                  errorAt(m_directory, 0,
                           "expected schema files (V3.user.at and so on), found "
                           "none"));
   }
@@ -153,10 +144,9 @@ std::vector<std::string> Inventory::ignoredEntries() const {
 }
 
 // The loop of SchemaManager::readFile().
-void Inventory::readFile(std::size_t file) {
-  const char *name = kSchemaFiles[file].name;
-  const fs::path path = m_directory / name;
-  GuardedLexan lexan(m_directory.string(), name);
+void Inventory::readFile(std::size_t file, const std::string &text) {
+  const fs::path path = m_directory / kSchemaFiles[file].name;
+  TextLexan lexan(text);
   Entry entry{Kind::kAttributeType, file,  0,    "", "", "",
               Entry::kNone,         false, false};
 
@@ -164,7 +154,8 @@ void Inventory::readFile(std::size_t file) {
     const bool complete = parse(&lexan, keyword, &entry);
     entry.line = lexan.definitionLine();
     if (!complete) {
-      throw Trouble(errorAt(path, entry.line,
+      throw Trouble(kBadInput,
+                    errorAt(path, entry.line,
                             "cannot read this definition to its ')'; look for "
                             "a missing parenthesis, a quote too many or too "
                             "few, or a character outside ASCII"));
@@ -188,14 +179,16 @@ void Inventory::readFile(std::size_t file) {
           readDefinition(token, true);
         } while (lexan.getCurrentToken() != '}');
       } else {
-        throw Trouble(errorAt(path, lexan.getLineNumber(),
+        throw Trouble(kBadInput,
+                      errorAt(path, lexan.getLineNumber(),
                               "expected '=' or '{' behind the keyword of a "
                               "section"));
       }
       token = lexan.getCurrentToken();
     }
   } catch (const EndlessReading &endless) {
-    throw Trouble(errorAt(path, lexan.getLineNumber(),
+    throw Trouble(kBadInput,
+                  errorAt(path, lexan.getLineNumber(),
                           std::string("cannot read the definition that begins "
                                       "on line ") +
                               std::to_string(lexan.definitionLine()) + ": " +

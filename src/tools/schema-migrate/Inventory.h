@@ -84,7 +84,7 @@ class Inventory {
   std::string place(const Entry &entry) const;
 
  private:
-  void readFile(std::size_t file);
+  void readFile(std::size_t file, const std::string &text);
   void add(Entry entry);
 
   std::filesystem::path m_directory;
@@ -97,8 +97,5 @@ class Inventory {
   std::array<Index, kKinds> m_holders;
   std::array<Index, kKinds> m_firstWithOid;
 };
-
-// Throws Trouble unless `path` is a regular file that can be read to its end.
-void requireReadableFile(const std::filesystem::path &path);
 
 #endif  // SCHEMA_MIGRATE_INVENTORY_H_

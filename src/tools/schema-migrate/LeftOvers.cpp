@@ -3,7 +3,6 @@
 #include <cstring>
 #include <exception>
 #include <optional>
-#include <system_error>
 
 #include "Backups.h"
 #include "Disk.h"
@@ -74,9 +73,9 @@ std::string note(const fs::path &path, const std::string &text) {
 }
 
 std::string settle(const LeftOver &one, const fs::path &target) {
-  std::error_code ignored;
-  if (!fs::is_directory(fs::symlink_status(one.path, ignored))) {
-    throw Trouble(errorAt(one.path, 0,
+  if (typeOf(one.path) != fs::file_type::directory) {
+    throw Trouble(kFileError,
+                  errorAt(one.path, 0,
                           "expected a directory that a killed run has left, "
                           "found something else; remove it"));
   }
@@ -92,7 +91,8 @@ std::string settle(const LeftOver &one, const fs::path &target) {
   }
   const fs::path backup = target.parent_path() / one.backup;
   if (!renameToFree(one.path, backup)) {
-    throw Trouble(errorAt(backup, 0,
+    throw Trouble(kFileError,
+                  errorAt(backup, 0,
                           "expected nothing there, found something; the name "
                           "is that of " +
                               one.path.string()));
@@ -113,11 +113,12 @@ std::string exchangeWith(const fs::path &target, const fs::path &entry) {
     sync(parent);
   } catch (const Trouble &trouble) {
     const fs::path former = backup.empty() ? entry : parent / backup;
-    throw Replaced(std::string(trouble.what()) + '\n' +
-                   note(target, "is replaced; what was there is in ") +
-                   former.string() +
-                   (backup.empty() ? ", which the next run makes a backup"
-                                   : ", which may not be on disk yet"));
+    throw Replaced(trouble.status(),
+                   std::string(trouble.what()) + '\n' +
+                       note(target, "is replaced; what was there is in ") +
+                       former.string() +
+                       (backup.empty() ? ", which the next run makes a backup"
+                                       : ", which may not be on disk yet"));
   }
   return backup;
 }
@@ -152,7 +153,8 @@ std::string replace(const fs::path &target) {
   const fs::path made = workingPath(target, kNewSuffix);
   const fs::path entry = workingPath(target, kComplete + inodeOf(made));
   if (!renameToFree(made, entry)) {
-    throw Trouble(errorAt(entry, 0, "expected nothing there, found something"));
+    throw Trouble(kFileError,
+                  errorAt(entry, 0, "expected nothing there, found something"));
   }
   return exchangeWith(target, entry);
 }
@@ -162,7 +164,8 @@ std::string replaceByBackup(const fs::path &target, const std::string &backup) {
   const fs::path entry =
       workingPath(target, kRestore + inodeOf(from) + "-" + backup);
   if (!renameToFree(from, entry)) {
-    throw Trouble(errorAt(entry, 0, "expected nothing there, found something"));
+    throw Trouble(kFileError,
+                  errorAt(entry, 0, "expected nothing there, found something"));
   }
   return exchangeWith(target, entry);
 }

@@ -52,11 +52,10 @@ std::string sumLines(const fs::path &directory, const std::string &prefix) {
   std::string lines;
   for (const fs::path &path : entriesOf(directory)) {
     const std::string name = prefix + path.filename().string();
-    std::error_code ignored;
-    const fs::file_status status = fs::symlink_status(path, ignored);
-    if (fs::is_directory(status)) {
+    const fs::file_type type = typeOf(path);
+    if (type == fs::file_type::directory) {
       lines += sumLines(path, name + "/");
-    } else if (fs::is_regular_file(status) && name != kManifestName) {
+    } else if (type == fs::file_type::regular && name != kManifestName) {
       lines += sumLine(sha256Of(path), name);
     }
   }
@@ -96,7 +95,8 @@ void Manifest::requireUnchanged() const {
       const std::string now =
           file.sum.empty() ? sumIfReadable(file.path) : sha256Of(file.path);
       if (now != file.sum) {
-        throw Trouble(errorAt(file.path, 0,
+        throw Trouble(kFileError,
+                      errorAt(file.path, 0,
                               "was changed while the migration ran; run it "
                               "again when nothing changes the file"));
       }

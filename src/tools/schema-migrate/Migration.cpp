@@ -6,7 +6,7 @@
 #include "Decisions.h"
 #include "DefinitionChecks.h"
 #include "ListChecks.h"
-#include "Trouble.h"
+#include "Refusal.h"
 #include "Untraced.h"
 
 namespace fs = std::filesystem;
@@ -18,23 +18,21 @@ using schemacheck::Statement;
 
 namespace {
 
-// What keeps the rest from being looked at, as text; empty if nothing does.
-std::string textOfFatal(const std::vector<Finding> &findings) {
-  std::string text;
-  for (const Finding &finding : findings) {
-    if (finding.severity() == Severity::kError &&
-        !canBeAccepted(finding.code)) {
-      text += toText(finding);
-    }
-  }
-  return text;
+// Adds those findings that keep the rest from being looked at.
+void addFatal(const std::vector<Finding> &findings,
+              std::vector<Finding> *fatal) {
+  std::copy_if(findings.begin(), findings.end(), std::back_inserter(*fatal),
+               [](const Finding &finding) {
+                 return finding.severity() == Severity::kError &&
+                        !canBeAccepted(finding.code);
+               });
 }
 
-// Throws Trouble with a text that textOfFatal() gave.
-void requireNone(std::string fatal) {
+// Throws Refusal with these findings.
+void requireNone(std::vector<Finding> fatal) {
   if (!fatal.empty()) {
-    fatal.pop_back();
-    throw Trouble(fatal);
+    const ExitStatus status = statusOf(fatal, kBadInput);
+    throw Refusal(status, std::move(fatal), "");
   }
 }
 
@@ -118,13 +116,13 @@ void Migration::readSources() {
   }
   m_old = old.get();
 
-  std::string unreadable;
+  std::vector<Finding> fatal;
   for (const Source *source : {m_old.get(), m_new.get(), m_base.get()}) {
     if (source != nullptr) {
-      unreadable += textOfFatal(source->directory.findings());
+      addFatal(source->directory.findings(), &fatal);
     }
   }
-  requireNone(unreadable);
+  requireNone(std::move(fatal));
 }
 
 schemaplan::Rules Migration::readRules() {
@@ -147,7 +145,9 @@ schemaplan::Rules Migration::readRules() {
 std::set<std::string> Migration::readList(const fs::path &path) {
   schemacheck::OidList list =
       schemacheck::checkOidList(path, {&m_old->directory, &m_new->directory});
-  requireNone(textOfFatal(list.findings));
+  std::vector<Finding> fatal;
+  addFatal(list.findings, &fatal);
+  requireNone(std::move(fatal));
   takeErrors(list.findings);
   takeWarnings(list.findings);
   return std::move(list.oids);
@@ -158,7 +158,8 @@ void Migration::requireUnlisted(const std::set<std::string> &oids,
                                 const char *list, const std::string &oid,
                                 int line) const {
   if (oids.count(oid) != 0) {
-    throw Trouble(errorAt(*m_options.decisions, line,
+    throw Trouble(kBadInput,
+                  errorAt(*m_options.decisions, line,
                           "expected an OID that may be carried, found " + oid +
                               ", which is in the list of " + list + " ones"));
   }

@@ -48,6 +48,12 @@ class Migration {
   const schemacheck::SchemaDirectory &newDirectory() const {
     return m_new->directory;
   }
+  const schemaplan::Installation &oldInstallation() const {
+    return m_old->installation;
+  }
+  const schemaplan::Installation &newInstallation() const {
+    return m_new->installation;
+  }
   const schemaplan::Plan &plan() const { return m_plan; }
 
   // The errors in the files and the lists, so far as they are not accepted.

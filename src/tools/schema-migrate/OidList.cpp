@@ -1,22 +1,21 @@
 #include "OidList.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
-#include "Inventory.h"
+#include "Disk.h"
+#include "Schemas.h"
 #include "Trouble.h"
+#include "Untraced.h"
 
 namespace fs = std::filesystem;
 
 std::set<std::string> readOidList(const fs::path &list) {
-  requireReadableFile(list);
-  std::ifstream in(list, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(in), {}};
+  const std::string text = textOf(list);
   if (!text.empty() && text.back() != '\n') {
     const auto lines = std::count(text.begin(), text.end(), '\n');
-    throw Trouble(errorAt(list, static_cast<int>(lines) + 1,
+    throw Trouble(kBadInput,
+                  errorAt(list, static_cast<int>(lines) + 1,
                           "expected a newline at the end of the file, found "
                           "none; the last word would be ignored"));
   }
@@ -33,9 +32,17 @@ std::set<std::string> readOidList(const fs::path &list) {
   return oids;
 }
 
+void readExcludedOids(const fs::path &list, const std::set<std::string> &oids,
+                      SchemaManager *schema) {
+  const bool isRead = schema->readExcludedOids(list.string()) == 0;
+  const Untraced untraced;
+  requireRead(isRead && std::all_of(oids.begin(), oids.end(),
+                                    [schema](const std::string &oid) {
+                                      return schema->isExcluded(oid) != 0;
+                                    }),
+              list);
+}
+
 void readExcludedOids(const fs::path &list, SchemaManager *schema) {
-  readOidList(list);
-  if (schema->readExcludedOids(list.string()) != 0) {
-    throw Trouble(errorAt(list, 0, "cannot open the file"));
-  }
+  readExcludedOids(list, readOidList(list), schema);
 }

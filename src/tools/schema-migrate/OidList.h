@@ -17,4 +17,8 @@ std::set<std::string> readOidList(const std::filesystem::path &list);
 // Reads the list into the schema's excluded OIDs. Throws Trouble as above.
 void readExcludedOids(const std::filesystem::path &list, SchemaManager *schema);
 
+// The same with a list that holds these OIDs.
+void readExcludedOids(const std::filesystem::path &list,
+                      const std::set<std::string> &oids, SchemaManager *schema);
+
 #endif  // SCHEMA_MIGRATE_OIDLIST_H_

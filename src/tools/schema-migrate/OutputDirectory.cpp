@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <string>
-#include <system_error>
 
 #include "Disk.h"
 #include "LeftOvers.h"
@@ -32,9 +31,10 @@ void requireOutside(const fs::path &directory, const fs::path &path,
   const auto ends =
       std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
   if (!outer.empty() && ends.first == outer.end()) {
-    throw Trouble(errorAt(path, 0,
-                          "expected " + what + " outside " +
-                              directory.string() + ", found one inside"));
+    throw Trouble(
+        kUsage, errorAt(path, 0,
+                        "expected " + what + " outside " + directory.string() +
+                            ", found one inside"));
   }
 }
 
@@ -56,24 +56,25 @@ OutputDirectory::OutputDirectory(const fs::path &target, Existing existing)
 }
 
 void OutputDirectory::requireSuitable() const {
-  std::error_code error;
   if (!isThere(m_target)) {
     return;
   }
-  const bool isDirectory = fs::is_directory(m_target, error);
+  const bool isDirectory =
+      typeOf(m_target, Links::kFollow) == fs::file_type::directory;
   if (m_existing == Existing::kReplace && m_target.has_filename()) {
     if (!isDirectory) {
-      throw Trouble(errorAt(m_target, 0,
+      throw Trouble(kFileError,
+                    errorAt(m_target, 0,
                             "expected nothing or a directory there, found "
                             "something else"));
     }
     return;
   }
-  if (!isDirectory || !fs::is_empty(m_target, error) || error) {
-    throw Trouble(errorAt(
-        m_target, 0,
-        "expected nothing or an empty directory there, found something; the "
-        "result goes to a new directory"));
+  if (!isDirectory || !entriesOf(m_target).empty()) {
+    throw Trouble(kFileError, errorAt(m_target, 0,
+                                      "expected nothing or an empty directory "
+                                      "there, found something; the "
+                                      "result goes to a new directory"));
   }
 }
 

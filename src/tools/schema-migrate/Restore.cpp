@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <ostream>
-#include <system_error>
 #include <vector>
 
 #include "Backups.h"
@@ -20,7 +19,8 @@ std::string chooseBackup(const fs::path &target,
                          const std::optional<std::string> &wanted) {
   const std::vector<std::string> all = backupsOf(target);
   if (all.empty()) {
-    throw Trouble(errorAt(target, 0,
+    throw Trouble(kFileError,
+                  errorAt(target, 0,
                           "expected a backup beside it (" + backupStem(target) +
                               "YYYYMMDD-HHMMSS), found none"));
   }
@@ -40,7 +40,8 @@ std::string chooseBackup(const fs::path &target,
     for (const std::string &one : all) {
       names += ' ' + one;
     }
-    throw Trouble(errorAt(target, 0,
+    throw Trouble(kFileError,
+                  errorAt(target, 0,
                           "expected the name of one of its backups, found '" +
                               *wanted + "'; there are:" + names));
   }
@@ -54,14 +55,15 @@ std::string putBack(const fs::path &target, const std::string &backup) {
   if (!isThere(target)) {
     if (!renameToFree(path, target)) {
       throw Trouble(
+          kFileError,
           errorAt(target, 0, "expected nothing there, found something"));
     }
     syncName(target);
     return "";
   }
-  std::error_code ignored;
-  if (!fs::is_directory(target, ignored)) {
+  if (typeOf(target, Links::kFollow) != fs::file_type::directory) {
     throw Trouble(
+        kFileError,
         errorAt(target, 0, "expected a directory there, found something else"));
   }
   requireNoMountPoint(target);
@@ -81,7 +83,8 @@ void restore(const fs::path &target, const std::optional<std::string> &backup,
              std::ostream *out) {
   const fs::path resolved = resolve(target);
   if (!resolved.has_filename()) {
-    throw Trouble(errorAt(target, 0, "expected a directory with a name"));
+    throw Trouble(kFileError,
+                  errorAt(target, 0, "expected a directory with a name"));
   }
   const TargetLock lock(resolved);
   warn(settle(resolved));
@@ -101,10 +104,9 @@ void restore(const fs::path &target, const std::optional<std::string> &backup,
   *out << (isFirst ? "" : "\n");
 }
 
-bool printBackups(const fs::path &target, std::ostream *out) {
+void printBackups(const fs::path &target, std::ostream *out) {
   const std::vector<std::string> all = backupsOf(resolve(target));
   for (auto one = all.rbegin(); one != all.rend(); ++one) {
     *out << *one << '\n';
   }
-  return !all.empty();
 }

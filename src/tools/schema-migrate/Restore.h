@@ -15,8 +15,7 @@
 void restore(const std::filesystem::path &target,
              const std::optional<std::string> &backup, std::ostream *out);
 
-// Prints the names of the backups of `target`, the newest first. False when
-// there are none.
-bool printBackups(const std::filesystem::path &target, std::ostream *out);
+// Prints the names of the backups of `target`, the newest first.
+void printBackups(const std::filesystem::path &target, std::ostream *out);
 
 #endif  // SCHEMA_MIGRATE_RESTORE_H_

@@ -5,13 +5,35 @@
 
 namespace fs = std::filesystem;
 
+bool holds(const SchemaManager &schema, Kind kind, const std::string &key) {
+  switch (kind) {
+    case Kind::kAttributeType:
+      return schema.attributeTypes().count(key) != 0;
+    case Kind::kObjectClass:
+      return schema.objectClasses().count(key) != 0;
+    case Kind::kStorage:
+      break;
+  }
+  return schema.storageDefinitions().count(key) != 0;
+}
+
+void requireRead(bool isRead, const fs::path &file) {
+  if (!isRead) {
+    throw Trouble(
+        kFileError,
+        errorAt(file, 0, "cannot read the file; was it changed just now?"));
+  }
+}
+
 void readFiles(const Inventory &inventory, SchemaManager *schema) {
   for (std::size_t file = 0; file < kSchemaFiles.size(); ++file) {
     const char *name = kSchemaFiles[file].name;
-    if (inventory.hasFile(file) && schema->readFile(name) != 0) {
-      throw Trouble(errorAt(inventory.directory() / name, 0,
-                            "cannot read the file; was it changed just now?"));
-    }
+    requireRead(!inventory.hasFile(file) || schema->readFile(name) == 0,
+                inventory.directory() / name);
+  }
+  for (const Entry &entry : inventory.entries()) {
+    requireRead(!entry.held() || holds(*schema, entry.kind, entry.key),
+                inventory.directory() / kSchemaFiles[entry.file].name);
   }
 }
 

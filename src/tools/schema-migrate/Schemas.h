@@ -7,9 +7,16 @@
 #include "Inventory.h"
 #include "SchemaManager.h"
 
+// Whether the schema's table of the kind holds something under the key.
+bool holds(const SchemaManager &schema, Kind kind, const std::string &key);
+
+// Throws Trouble unless `isRead`: the library has read of the file what had
+// been seen there before. (It takes an error while it reads for the end of the
+// file, so that its result alone does not say.)
+void requireRead(bool isRead, const std::filesystem::path &file);
+
 // Reads the files of the inventory into `schema`, which is one for the same
-// directory. Throws Trouble when one has been changed so that it cannot be
-// read.
+// directory. Throws Trouble when one cannot be read.
 void readFiles(const Inventory &inventory, SchemaManager *schema);
 
 // The schemas of an old installation and of a new release, to be looked at.

@@ -39,7 +39,8 @@ std::string sha256Of(const std::filesystem::path &path) {
   unsigned char sum[EVP_MAX_MD_SIZE];
   unsigned int length = 0;
   if (!good || EVP_DigestFinal_ex(context.get(), sum, &length) != 1) {
-    throw Trouble(errorAt(path, 0, "cannot compute the SHA-256 sum"));
+    throw Trouble(kFileError,
+                  errorAt(path, 0, "cannot compute the SHA-256 sum"));
   }
   std::string text;
   for (unsigned int i = 0; i < length; ++i) {

@@ -32,7 +32,7 @@ TargetLock::TargetLock(const fs::path &target)
       m_descriptor(open(m_path.c_str(),
                         O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
   const auto fail = [&target](const std::string &reason) {
-    throw Trouble(errorAt(target, 0, reason));
+    throw Trouble(kFileError, errorAt(target, 0, reason));
   };
   if (m_descriptor == -1) {
     fail("cannot make a file beside it: " +

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "Disk.h"
 #include "Trouble.h"
 #include "internal/Trace.h"
 
@@ -170,14 +171,15 @@ std::string functionName(unsigned int id) {
 
 TraceFile::TraceFile(std::filesystem::path path, unsigned int events)
     : m_path(std::move(path)) {
-  std::error_code ignored;
-  if (std::filesystem::is_regular_file(m_path, ignored)) {
+  if (typeOf(m_path, Links::kFollow) == std::filesystem::file_type::regular) {
     throw Trouble(
+        kFileError,
         errorAt(m_path, 0, "expected no file there for the trace, found one"));
   }
   m_out.open(m_path);
   if (!m_out) {
-    throw Trouble(errorAt(m_path, 0, "cannot open the file for the trace"));
+    throw Trouble(kFileError,
+                  errorAt(m_path, 0, "cannot open the file for the trace"));
   }
   ldtr_set_sink(&TraceFile::receive, this);
   trcEvents = events;
@@ -200,7 +202,7 @@ void TraceFile::close() {
   trcEvents = 0;
   m_out.close();
   if (!m_out) {
-    throw Trouble(errorAt(m_path, 0, "cannot write the trace"));
+    throw Trouble(kFileError, errorAt(m_path, 0, "cannot write the trace"));
   }
   m_complete = true;
 }

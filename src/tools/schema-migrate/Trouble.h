@@ -8,12 +8,21 @@
 #include <string>
 #include <vector>
 
+#include "ExitStatus.h"
+
 // Something is wrong with the input or the file system. what() is one or more
 // lines for the user, without a final newline; a line about a place in a file
 // reads "FILE:LINE: error: MESSAGE".
 class Trouble : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  // `status`: with which the command ends because of it.
+  Trouble(ExitStatus status, const std::string &text)
+      : std::runtime_error(text), m_status(status) {}
+
+  ExitStatus status() const { return m_status; }
+
+ private:
+  ExitStatus m_status;
 };
 
 // What cannot be: the command has a fault. what() is a line for the user.

@@ -1,0 +1,61 @@
+// The commands that only read, when each single system call by which they read
+// fails in turn: they say so, or print what they print without a fault.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "CommandsTesting.h"
+#include "FaultTesting.h"
+
+namespace {
+
+class ReadFaultTest : public FaultTest,
+                      public testing::WithParamInterface<Arguments> {
+ protected:
+  ReadFaultTest() {
+    write("old/V3.qor.at", "attributetypes=( 1.4 NAME 'd' DESC 'x' )\n");
+    write("new/V3.user.at", "attributetypes=( 1.1 NAME 'a' DESC 'y' )\n");
+    write("list", "1.2\n");
+    write("decisions", "1.3 new\n");
+  }
+};
+
+TEST_P(ReadFaultTest, IsSaidOrDoesNotMatter) {
+  const CommandResult right = run(GetParam());
+  for (const std::string call :
+       {"getdents64", "lseek", "newfstatat", "openat", "read"}) {
+    const int last = callsOf(call, GetParam());
+    for (int n = callsToLoad(call) + 1; n <= last && !HasFailure();
+         n += stepOfSweep()) {
+      const std::string fault = call + ":error=EIO:when=" + std::to_string(n);
+      SCOPED_TRACE(fault);
+      const CommandResult result = runWithFault(fault, GetParam());
+      if (result.status == kFileError) {
+        EXPECT_NE((result.out + result.error).find(": error: "),
+                  std::string::npos);
+      } else {
+        expectResult(result, right.status, right.out, right.error);
+      }
+    }
+  }
+}
+
+std::string commandName(const testing::TestParamInfo<Arguments> &info) {
+  return info.param[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Commands, ReadFaultTest,
+    testing::Values(Arguments{"plan", "--old", "old", "--new", "new",
+                              "--excluded-oids", "list"},
+                    Arguments{"check", "old", "new", "--excluded-oids", "list"},
+                    Arguments{"compare", "--old", "old", "--new", "new",
+                              "--excluded-oids", "list"},
+                    Arguments{"collisions", "--old", "old", "--new", "new",
+                              "--excluded-oids", "list"},
+                    Arguments{"show", "--dir", "old", "a", "1.4"},
+                    Arguments{"dump", "--dir", "old", "--excluded-oids",
+                              "list"}),
+    commandName);
+
+}  // namespace
