@@ -144,16 +144,28 @@ TEST_F(ApplyFaultTest, EverythingIsOnDiskBeforeItGetsItsNameAndTheNameBehind) {
   const std::string parent = "fsync(FILE<ROOT>)        = 0\n";
   const std::string rename = "renameat2(AT_FDCWD<ROOT>, \".out.partial-";
 
+  // Each file when it is written, and again when it has its attributes.
+  std::string written;
+  for (const char *name :
+       {"V3.user.at", "V3.user.oc", "V3.qor.at", "V3.qor.oc", "V3.system.at",
+        "V3.system.oc", "V3.modifiedschema", "V3.config.at"}) {
+    written += "fsync(FILE<.out.partial-new/" + std::string(name) + ">) = 0\n";
+  }
+  const std::string notes = "fsync(FILE<.out.partial-new/notes>) = 0\n";
+  const std::string manifestWritten =
+      "fsync(FILE<.out.partial-new/schema-migrate.manifest>) = 0\n";
+
   removeOutAndBackups();
   EXPECT_EQ(calls(kCreate),
-            files + manifest + rename +
+            written + manifestWritten + files + manifest + rename +
                 "new\", AT_FDCWD<ROOT>, \"out\", RENAME_NOREPLACE) = 0\n" +
                 parent);
   makeFormer();
   const std::string made = calls(kReplace);
   const Arguments backups = backupsOf(path("out"));
   ASSERT_EQ(backups.size(), 1U);
-  EXPECT_EQ(made, files + others + manifest + rename +
+  EXPECT_EQ(made, written + notes + manifestWritten + files + others +
+                      manifest + rename +
                       "new\", AT_FDCWD<ROOT>, \".out.partial-complete-INODE\", "
                       "RENAME_NOREPLACE) = 0\n" +
                       parent + rename +
@@ -161,6 +173,32 @@ TEST_F(ApplyFaultTest, EverythingIsOnDiskBeforeItGetsItsNameAndTheNameBehind) {
                       "RENAME_EXCHANGE) = 0\n" +
                       rename + "complete-INODE\", AT_FDCWD<ROOT>, \"" +
                       backups[0] + "\", RENAME_NOREPLACE) = 0\n" + parent);
+}
+
+// Each file that is written is closed and synced, and no error of that is lost.
+TEST_F(ApplyFaultTest, NothingIsWrittenOrClosedUnnoticed) {
+  removeOutAndBackups();
+  for (const char *file :
+       {"V3.user.at", "V3.system.oc", "V3.config.at", kManifestName}) {
+    const std::string made = path(".out.partial-new").string() + '/' + file;
+    for (const std::string fault :
+         {"write:error=ENOSPC", "write:error=EIO", "write:error=EDQUOT",
+          "fsync:error=EIO", "fsync:error=EDQUOT", "close:error=EIO",
+          "close:error=ENOSPC", "close:error=EDQUOT"}) {
+      SCOPED_TRACE(std::string(file) + ' ' + fault);
+      const CommandResult result = run(kCreate, [&] {
+        execTracer({"-f", "-o", "/dev/null", "-P", made, "-e",
+                    "trace=" + fault.substr(0, fault.find(':')), "-e",
+                    "inject=" + fault + ":when=1"},
+                   kCreate);
+      });
+      EXPECT_EQ(result.status, kFileError);
+      EXPECT_EQ(result.error.rfind("out/" + std::string(file) + ": error: ", 0),
+                0U)
+          << result.error;
+      EXPECT_EQ(namesIn(root()), (Arguments{"new", "old"}));
+    }
+  }
 }
 
 // As on file systems that know no more than rename().

@@ -175,7 +175,8 @@ TEST_F(CarryingTest, TheMergeMakesTheReleaseTheResult) {
   carrying.merge();
   carrying.withdraw();
   fs::create_directory(path("out"));
-  carrying.write(path("out"));
+  fs::create_directory(path("scratch"));
+  carrying.write(path("out"), path("scratch"));
   const std::string end = " USAGE userApplications  )\n";
   EXPECT_EQ(read("out/V3.user.at"),
             kHeaderLine +

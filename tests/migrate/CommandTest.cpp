@@ -58,7 +58,7 @@ Options:
   --old DIR REQUIRED          Schema directory of the old installation
   --new DIR REQUIRED          Schema directory of the new release
   --excluded-oids FILE        List of OIDs that are not to be carried
-  --out DIR REQUIRED          Directory for the result; must not exist or be empty
+  --out DIR REQUIRED          Directory for the result; must not exist or be empty, unless it is to be replaced
   --replace                   Let the result take the place of a schema directory, which becomes a backup beside it
   --modified-oids FILE        List of OIDs whose definitions are withdrawn from the result's modified schema
   --base DIR                  Schema directory as the old release was shipped with it; tells who has changed what
@@ -393,6 +393,21 @@ result: out
   V3.system.oc      object classes               1          1
   all                                            2          2
 )");
+}
+
+TEST_F(CommandTest, ASecondRunHasNothingToDoAndSaysSo) {
+  constexpr char kNothing[] =
+      "\nnothing was to be done: the new release has it all\n";
+  CommandResult result = run(kApply);
+  EXPECT_EQ(result.out.find(kNothing), std::string::npos);
+  result = run({"apply", "--old", "old", "--new", "out", "--out", "again"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.out.substr(result.out.rfind("\n\n") + 1), kNothing);
+  for (const char *file : {"V3.user.at", "V3.system.oc"}) {
+    EXPECT_EQ(read(std::string("again/") + file),
+              read(std::string("out/") + file));
+  }
 }
 
 TEST_F(CommandTest, LeavesOutWhatIsExcluded) {

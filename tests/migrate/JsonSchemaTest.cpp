@@ -101,7 +101,7 @@ TEST_F(JsonSchemaTest, IsExactForApply) {
   expectExact(
       documentOf(
           commandLine("apply", {kBoth, {"--out", "out"}, kLists, kAccept}), 0),
-      128);
+      130);
 }
 
 TEST_F(JsonSchemaTest, IsExactForApplyThatReplaces) {
@@ -119,7 +119,7 @@ TEST_F(JsonSchemaTest, IsExactForApplyThatReplaces) {
   ASSERT_EQ(backups.size(), 1U);
   EXPECT_EQ(document["backup"], backups[0]);
   EXPECT_EQ(document["kept"], Json({"notes"}));
-  expectExact(document, 114);
+  expectExact(document, 116);
 }
 
 TEST_F(JsonSchemaTest, IsExactForCompare) {

@@ -18,6 +18,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 constexpr char kBackup[] = "out.backup-20000101-000000";
+constexpr char kDate[] = "20000101-000000";
 
 class LeftOversTest : public MigrateTest {
  protected:
@@ -46,12 +47,35 @@ TEST_F(LeftOversTest, AreNoneWhereNothingIs) {
 }
 
 TEST_F(LeftOversTest, ADirectoryBeingMadeIsRemoved) {
+  // From its first moment to its last.
+  for (const Names &held :
+       {Names{}, Names{"schema-migrate.tmp/"},
+        Names{"schema-migrate.tmp/", "more/", "file"},
+        Names{"schema-migrate.tmp/", "file", "schema-migrate.manifest"},
+        Names{"file", "schema-migrate.manifest"}}) {
+    fs::create_directory(path(".out.partial-new"));
+    for (const std::string &name : held) {
+      if (name.back() == '/') {
+        fs::create_directory(path(".out.partial-new/" + name));
+      } else {
+        write(".out.partial-new/" + name, "");
+      }
+    }
+    EXPECT_TRUE(hasLeftOvers(target()));
+    EXPECT_EQ(settled(), Names{".out.partial-new: note: removed; a run that "
+                               "was killed had left it"});
+    EXPECT_EQ(namesIn(root()), Names());
+  }
+}
+
+// Its name alone makes nothing a directory of ours.
+TEST_F(LeftOversTest, ADirectoryThatNoRunHasMadeIsNotTouched) {
   make(".out.partial-new");
-  fs::create_directory(path(".out.partial-new/more"));
-  EXPECT_TRUE(hasLeftOvers(target()));
-  EXPECT_EQ(settled(), Names{".out.partial-new: note: removed; a run that was "
-                             "killed had left it"});
-  EXPECT_EQ(namesIn(root()), Names());
+  const auto before = snapshotOf(root());
+  EXPECT_EQ(relative(troubleOf([this] { settle(target()); })),
+            ".out.partial-new: error: expected a directory that a killed run "
+            "has left, found something else; remove it");
+  EXPECT_EQ(snapshotOf(root()), before);
 }
 
 TEST_F(LeftOversTest, ACompleteDirectoryThatWasNotExchangedIsRemoved) {
@@ -80,7 +104,7 @@ TEST_F(LeftOversTest, WhatWasExchangedBecomesABackup) {
 
 TEST_F(LeftOversTest, ABackupOnItsWayGetsItsNameAgain) {
   make("out");
-  const std::string name = ".out.partial-restore-" + make("x") + "-" + kBackup;
+  const std::string name = ".out.partial-restore-" + make("x") + "-" + kDate;
   fs::rename(path("x"), path(name));
   EXPECT_TRUE(hasLeftOvers(target()));
   EXPECT_EQ(settled(),
@@ -92,8 +116,7 @@ TEST_F(LeftOversTest, ABackupOnItsWayGetsItsNameAgain) {
 
 TEST_F(LeftOversTest, WhatARestoreHasExchangedBecomesABackup) {
   make("former");
-  const std::string name =
-      ".out.partial-restore-" + make("out") + "-" + kBackup;
+  const std::string name = ".out.partial-restore-" + make("out") + "-" + kDate;
   fs::rename(path("former"), path(name));
   EXPECT_EQ(settled().size(), 1U);
   const Names backups = backupsOf(target());
@@ -106,7 +129,7 @@ TEST_F(LeftOversTest, WhatARestoreHasExchangedBecomesABackup) {
 // No name is taken from anything.
 TEST_F(LeftOversTest, ABackupWhoseNameIsTakenStays) {
   make(kBackup);
-  const std::string name = ".out.partial-restore-" + make("x") + "-" + kBackup;
+  const std::string name = ".out.partial-restore-" + make("x") + "-" + kDate;
   fs::rename(path("x"), path(name));
   const auto before = snapshotOf(root());
   EXPECT_EQ(relative(troubleOf([this] { settle(target()); })),
@@ -162,6 +185,7 @@ TEST_F(LeftOversTest, TheNextRunSaysWhatItFinds) {
   const std::string removed =
       ".out.partial-new: note: removed; a run that was killed had left it\n";
   make(".out.partial-new");
+  write(".out.partial-new/schema-migrate.manifest", "");
   write(".out.partial-lock", "");
   const Names arguments = {"apply", "--old", "old", "--new",
                            "new",   "--out", "out"};
@@ -172,6 +196,7 @@ TEST_F(LeftOversTest, TheNextRunSaysWhatItFinds) {
 
   // Also when it is refused, and when nothing but the lock is there.
   make(".out.partial-new");
+  write(".out.partial-new/schema-migrate.manifest", "");
   result = run(arguments);
   EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(namesIn(root()), (Names{"new", "old", "out"}));

@@ -89,11 +89,30 @@ TEST_F(MountTest, AMountPointIsNotReplaced) {
   write("disk/V3.user.at", "");
   EXPECT_EQ(apply("disk", {"--replace"}).error, kMounted);
   fs::create_directory(path("disk.backup-20000101-000000"));
+  write("disk.backup-20000101-000000/V3.user.at", "");
   const CommandResult result = run({"restore", "--out", "disk"});
   EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error, kMounted);
   EXPECT_EQ(namesIn(root()),
             (Names{"disk", "disk.backup-20000101-000000", "new", "old"}));
+}
+
+// A directory is an input under whatever name it is mounted.
+TEST_F(MountTest, AnInputThatIsMountedElsewhereIsAnInput) {
+  fs::create_directory(path("mounted"));
+  ASSERT_EQ(
+      mount(root().c_str(), path("mounted").c_str(), nullptr, MS_BIND, nullptr),
+      0);
+  const auto before = snapshotOf(path("old"));
+  for (const char *out : {"mounted/old/out", "mounted/old"}) {
+    const CommandResult result = apply(out, {"--replace"});
+    EXPECT_EQ(result.status, kUsage);
+    EXPECT_EQ(result.error, std::string(out) +
+                                ": error: expected a directory outside old, "
+                                "found one inside\n");
+  }
+  EXPECT_EQ(snapshotOf(path("old")), before);
+  EXPECT_EQ(umount(path("mounted").c_str()), 0);
 }
 
 // What lies on another file system would not be exchanged, but copied.

@@ -52,11 +52,17 @@ class OutputDirectoryTest : public MigrateTest {
     return trouble;
   }
 
-  // What commit() throws; it must change nothing.
+  // What commit() throws; it must change nothing but the working directory.
   std::string commitTrouble(OutputDirectory *out) const {
-    const auto before = snapshotOf(root());
+    const auto state = [&] {
+      auto all = snapshotOf(root());
+      const std::string working = out->working().filename().string();
+      all.erase(all.lower_bound(working), all.lower_bound(working + "~"));
+      return all;
+    };
+    const auto before = state();
     const std::string trouble = relative(troubleOf([out] { out->commit(); }));
-    EXPECT_EQ(snapshotOf(root()), before);
+    EXPECT_EQ(state(), before);
     return trouble;
   }
 };
@@ -65,7 +71,9 @@ TEST_F(OutputDirectoryTest, MakesAnEmptyDirectoryBesideTheTarget) {
   const OutputDirectory out(path("out"));
   EXPECT_EQ(out.working(), fs::canonical(root()) / workingName("out"));
   EXPECT_EQ(namesIn(root()), (Names{lockName("out"), workingName("out")}));
-  EXPECT_EQ(namesIn(out.working()), Names());
+  EXPECT_EQ(namesIn(out.working()), Names{"schema-migrate.tmp"});
+  EXPECT_EQ(out.scratch(), out.working() / "schema-migrate.tmp");
+  EXPECT_EQ(fs::status(out.working()).permissions(), fs::perms::owner_all);
   EXPECT_EQ(out.notes(), Names());
   EXPECT_EQ(out.former(), nullptr);
 }

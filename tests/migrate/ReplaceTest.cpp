@@ -277,4 +277,18 @@ TEST_F(ReplaceTest, ChangesNothingWhenTheMigrationFails) {
             0U);
 }
 
+TEST_F(ReplaceTest, TheBackupOfALinkedDirectoryLiesWhereTheDirectoryDoes) {
+  fs::create_directories(path("far/real"));
+  write("far/real/V3.user.at", "# former\n");
+  fs::create_directory_symlink("far/real", path("link"));
+  const CommandResult result = replace("link");
+  EXPECT_EQ(result.status, 0);
+  const Names all = backupsOf(path("far/real"));
+  ASSERT_EQ(all.size(), 1U);
+  EXPECT_NE(result.out.find("\nresult: link\n  what was there is now in far/" +
+                            all[0] + '\n'),
+            std::string::npos)
+      << result.out;
+}
+
 }  // namespace

@@ -159,4 +159,28 @@ TEST_F(RestoreTest, BringsBackWhatApplyHasReplaced) {
   EXPECT_EQ(snapshotOf(path(newest())), made);
 }
 
+TEST_F(RestoreTest, ABackupWithoutSchemaFilesIsNotPutBack) {
+  const std::string empty = "out.backup-20990101-000000";
+  fs::create_directory(path(empty));
+  const auto before = snapshotOf(root());
+  const CommandResult result = restore();
+  EXPECT_EQ(result.status, kFileError);
+  EXPECT_EQ(result.error,
+            empty +
+                ": error: expected schema files (V3.user.at and so on) in "
+                "the backup, found none\n");
+  EXPECT_EQ(snapshotOf(root()), before);
+}
+
+// A clock that was set back changes nothing of that.
+TEST_F(RestoreTest, TwiceUndoesItWhateverTheClockSays) {
+  fs::rename(path(kOlder), path("out.backup-20980101-000000"));
+  fs::rename(path(kNewer), path("out.backup-20990101-000000"));
+  const auto before = snapshotOf(path("out"));
+  EXPECT_EQ(restore().status, 0);
+  EXPECT_EQ(newest(), "out.backup-20980101-000000-2");
+  EXPECT_EQ(restore().status, 0);
+  EXPECT_EQ(snapshotOf(path("out")), before);
+}
+
 }  // namespace

@@ -47,7 +47,8 @@ class ResultCheckTest : public MigrateTest {
     carrying.merge();
     carrying.withdraw();
     fs::create_directory(path("out"));
-    carrying.write(path("out"));
+    fs::create_directory(path("scratch"));
+    carrying.write(path("out"), path("scratch"));
   }
 
   Losses losses() const {

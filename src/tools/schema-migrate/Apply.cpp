@@ -110,6 +110,7 @@ ApplyResult describeInput(const Migration &migration) {
     ++numberIn(&result.verdicts[static_cast<std::size_t>(planned.verdict)],
                *planned.statement);
   }
+  result.changesAnything = migration.plan().changesAnything();
   result.warnings = migration.warnings();
   for (std::string &warning : ignoredIn(migration)) {
     result.warnings.push_back(std::move(warning));
@@ -131,6 +132,19 @@ std::string asInOutput(std::string text, const fs::path &working,
     text.replace(at, working.string().size(), out.string());
   }
   return text;
+}
+
+// The path of what lies beside a directory, relative if that is; the directory
+// may be a link to elsewhere.
+fs::path besideAsGiven(const fs::path &directory, const std::string &name) {
+  const fs::path parent =
+      (directory.has_filename() ? directory : directory.parent_path())
+          .parent_path();
+  const fs::path real = resolve(directory).parent_path();
+  std::error_code ignored;
+  return (fs::equivalent(parent.empty() ? "." : parent, real, ignored) ? parent
+                                                                       : real) /
+         name;
 }
 
 // Says what the directory is made from.
@@ -183,7 +197,7 @@ void makeResult(const Migration &migration, const Manifest &manifest,
                 const OutputDirectory &out, Carrying *carrying,
                 ApplyResult *result) {
   const fs::path &working = out.working();
-  carrying->write(working);
+  carrying->write(working, out.scratch());
   const SchemaDirectory written(working);
   const Losses losses = findLosses(written, migration);
   requireNoLosses(losses.errors);
@@ -239,6 +253,8 @@ ApplyResult apply(const ApplyOptions &options) {
     throw Trouble(trouble.status(),
                   asInOutput(trouble.what(), working, options.outDirectory));
   }
-  result.backup = out.backup();
+  if (!out.backup().empty()) {
+    result.backup = besideAsGiven(options.outDirectory, out.backup()).string();
+  }
   return result;
 }

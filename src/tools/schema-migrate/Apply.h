@@ -37,8 +37,10 @@ struct ApplyResult {
   Presence inNew{};
   // What became of the OIDs of the list of modified ones.
   std::vector<Withdrawal> withdrawals;
-  // The backup of the directory that was replaced, and the names of files that
-  // were copied from it; empty if none was.
+  // Whether there was anything to do.
+  bool changesAnything = false;
+  // Where the directory is that was replaced, and the names of files that were
+  // copied from it; empty if none was.
   std::string backup = {};
   std::vector<std::string> kept = {};
   // What the user should know, in lines.

@@ -65,6 +65,7 @@ void printApplyJson(const ApplyOptions &options, const ApplyResult &result,
   document["old"] = inputs.oldDirectory.string();
   document["new"] = inputs.newDirectory.string();
   document["out"] = options.outDirectory.string();
+  document["changesAnything"] = result.changesAnything;
   document["backup"] = orNull(result.backup);
   document["kept"] = result.kept;
   document["notThere"] = {{"old", missingFiles(result.inOld)},

@@ -53,6 +53,8 @@ std::optional<Order> orderOf(const std::string &end) {
 
 }  // namespace
 
+bool endsBackup(const std::string &end) { return orderOf(end).has_value(); }
+
 std::string backupStem(const fs::path &target) {
   return target.filename().string() + ".backup-";
 }
@@ -79,11 +81,22 @@ std::vector<std::string> backupsOf(const fs::path &target) {
 }
 
 std::string keepAsBackup(const fs::path &former, const fs::path &target) {
-  const std::string name = backupStem(target) + now();
-  std::string taken = name;
-  for (int number = 2; !renameToFree(former, target.parent_path() / taken);
-       ++number) {
-    taken = name + "-" + std::to_string(number);
+  const std::string stem = backupStem(target);
+  // The newest is the last one made, although a clock may be set back.
+  std::string date = now();
+  int number = 1;
+  const std::vector<std::string> all = backupsOf(target);
+  if (!all.empty()) {
+    const std::optional<Order> newest = orderOf(all.back().substr(stem.size()));
+    if (newest->first >= date) {
+      date = newest->first;
+      number = newest->second + 1;
+    }
   }
+  std::string taken;
+  do {
+    taken = stem + date + (number == 1 ? "" : "-" + std::to_string(number));
+    ++number;
+  } while (!renameToFree(former, target.parent_path() / taken));
   return taken;
 }

@@ -13,6 +13,9 @@
 // What the name of each backup begins with: "NAME.backup-".
 std::string backupStem(const std::filesystem::path &target);
 
+// Whether the name of a backup may end so behind that.
+bool endsBackup(const std::string &end);
+
 // The names of the target's backups, the oldest first.
 std::vector<std::string> backupsOf(const std::filesystem::path &target);
 

@@ -147,12 +147,17 @@ void Carrying::withdraw() {
   }
 }
 
-void Carrying::write(const fs::path &directory) {
+void Carrying::write(const fs::path &directory, const fs::path &scratch) {
   for (const schemacheck::SchemaFile &file : kSchemaFiles) {
-    if (file.written && m_new.writeFile(directory.string(), file.name) != 0) {
-      throw Trouble(kFileError, errorAt(directory / file.name, 0,
+    if (!file.written) {
+      continue;
+    }
+    if (m_new.writeFile(scratch.string(), file.name) != 0) {
+      throw Trouble(kFileError, errorAt(scratch / file.name, 0,
                                         "cannot open the file for writing"));
     }
+    copyFile(scratch / file.name, directory / file.name);
+    removeAll(scratch / file.name);
   }
   for (const StrictFile &file : m_migration.newDirectory().files()) {
     if (kSchemaFiles[file.number].written) {

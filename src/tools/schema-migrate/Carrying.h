@@ -27,8 +27,11 @@ class Carrying {
   // Withdraws what the list of modified OIDs names, if there is one.
   void withdraw();
   // Writes the files that the library can write to a directory, and copies the
-  // others from the release. Throws Trouble when that fails.
-  void write(const std::filesystem::path &directory);
+  // others from the release. Throws Trouble when that fails. The library tells
+  // nobody that it cannot write or close a file; so it writes to the directory
+  // `scratch`, and what is there is copied.
+  void write(const std::filesystem::path &directory,
+             const std::filesystem::path &scratch);
 
   // What withdraw() did with each OID of its list.
   const std::vector<Withdrawal> &withdrawals() const { return m_withdrawals; }

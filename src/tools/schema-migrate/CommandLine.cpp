@@ -151,7 +151,8 @@ void CommandLine::addApply() {
   addFormat(apply);
   addBoth(apply);
   addDirectory(apply, "--out", &m_options.outDirectory,
-               "Directory for the result; must not exist or be empty");
+               "Directory for the result; must not exist or be empty, "
+               "unless it is to be replaced");
   apply->add_flag("--replace", m_options.replace,
                   "Let the result take the place of a schema directory, which "
                   "becomes a backup beside it");
@@ -166,13 +167,16 @@ void CommandLine::addRestore() {
           "schema-migrate restore --out /srv/merged", runRestore);
   addDirectory(restore, "--out", &m_options.outDirectory,
                "Directory whose backup comes back");
+  CLI::Option *backup =
+      restore
+          ->add_option("--backup", m_options.backup,
+                       "Name of the backup; the newest if it is left out")
+          ->type_name("NAME")
+          ->check(expecting("a name"));
   restore
-      ->add_option("--backup", m_options.backup,
-                   "Name of the backup; the newest if it is left out")
-      ->type_name("NAME")
-      ->check(expecting("a name"));
-  restore->add_flag("--list", m_options.list,
-                    "Only list the backups, the newest first");
+      ->add_flag("--list", m_options.list,
+                 "Only list the backups, the newest first")
+      ->excludes(backup);
 }
 
 void CommandLine::addCheck() {

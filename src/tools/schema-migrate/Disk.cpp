@@ -149,9 +149,19 @@ std::vector<fs::path> entriesOf(const fs::path &directory) {
   return paths;
 }
 
-void makeDirectory(const fs::path &path) {
-  if (mkdir(path.c_str(), 0777) != 0) {
+void makeDirectory(const fs::path &path, unsigned int mode) {
+  if (mkdir(path.c_str(), mode) != 0) {
     failAt(path, "cannot create the directory");
+  }
+}
+
+unsigned int modeOf(const fs::path &path) {
+  return statusOf(path).st_mode & 07777U;
+}
+
+void setMode(const fs::path &path, unsigned int mode) {
+  if (chmod(path.c_str(), mode) != 0) {
+    failAt(path, "cannot set the mode");
   }
 }
 
@@ -178,6 +188,7 @@ std::string textOf(const fs::path &path) {
 void writeNewFile(const fs::path &path, const std::string &text) {
   Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL);
   file.write(text);
+  file.sync(false);
   file.close();
 }
 
@@ -189,6 +200,7 @@ void copyFile(const fs::path &from, const fs::path &to) {
     out.write(std::string_view(buffer, length));
   }
   out.setMode(in.mode());
+  out.sync(false);
   out.close();
 }
 
@@ -257,7 +269,8 @@ bool renameToFree(const fs::path &from, const fs::path &to) {
 void exchange(const fs::path &one, const fs::path &other) {
   if (renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(),
                 RENAME_EXCHANGE) != 0) {
-    if (isUnsupported()) {
+    // Some overlays know the flag, and cannot do it to all directories.
+    if (isUnsupported() || errno == EXDEV) {
       throw Trouble(kFileError,
                     errorAt(other, 0,
                             "cannot replace the directory: its file system "

@@ -29,15 +29,20 @@ bool isThere(const std::filesystem::path &path);
 std::vector<std::filesystem::path> entriesOf(
     const std::filesystem::path &directory);
 
-void makeDirectory(const std::filesystem::path &path);
+// The mode is less what the process's mask takes away.
+void makeDirectory(const std::filesystem::path &path, unsigned int mode = 0777);
+
+unsigned int modeOf(const std::filesystem::path &path);
+void setMode(const std::filesystem::path &path, unsigned int mode);
 
 // All that a file holds, which must be a regular one.
 std::string textOf(const std::filesystem::path &path);
 
-// Writes a new file.
+// Writes a new file, and waits until it is on disk.
 void writeNewFile(const std::filesystem::path &path, const std::string &text);
 
-// Copies a file, following links, to a new one with the same mode.
+// Copies a file, following links, to a new one with the same mode, and waits
+// until it is on disk.
 void copyFile(const std::filesystem::path &from,
               const std::filesystem::path &to);
 
@@ -51,7 +56,7 @@ void syncAll(const std::filesystem::path &directory);
 // message of a failure says that it is there all the same.
 void syncName(const std::filesystem::path &directory);
 
-// Removes a directory with all that it holds.
+// Removes a file, or a directory with all that it holds.
 void removeAll(const std::filesystem::path &directory);
 
 // Renames; false when something has the name already.

@@ -6,6 +6,7 @@
 
 #include "Backups.h"
 #include "Disk.h"
+#include "Manifest.h"
 
 namespace fs = std::filesystem;
 
@@ -46,16 +47,14 @@ std::optional<LeftOver> leftOverAt(const fs::path &path,
   const std::string inode =
       rest.substr(0, rest.find_first_not_of("0123456789"));
   const std::string backup = rest.substr(inode.size());
-  if (inode.empty() || complete != backup.empty()) {
+  if (inode.empty() || complete != backup.empty() ||
+      (!complete && (backup[0] != '-' || !endsBackup(backup.substr(1))))) {
     return {};
   }
   if (complete) {
     return LeftOver{path, inode, ""};
   }
-  if (backup.rfind("-" + backupStem(target), 0) != 0) {
-    return {};
-  }
-  return LeftOver{path, inode, backup.substr(1)};
+  return LeftOver{path, inode, backupStem(target) + backup.substr(1)};
 }
 
 std::vector<LeftOver> leftOversOf(const fs::path &target) {
@@ -72,8 +71,29 @@ std::string note(const fs::path &path, const std::string &text) {
   return path.string() + ": note: " + text;
 }
 
-std::string settle(const LeftOver &one, const fs::path &target) {
+// Whether a run has made the entry.
+bool isOfARun(const LeftOver &one) {
   if (typeOf(one.path) != fs::file_type::directory) {
+    return false;
+  }
+  return !one.inode.empty() || isThere(one.path / kScratchName) ||
+         isThere(one.path / kManifestName) || entriesOf(one.path).empty();
+}
+
+// Removes a directory that was being made; if that is interrupted, the rest is
+// still known for what it is.
+void removeLeftOver(const fs::path &directory) {
+  for (const fs::path &path : entriesOf(directory)) {
+    if (path.filename() != kScratchName && path.filename() != kManifestName) {
+      removeAll(path);
+    }
+  }
+  removeAll(directory / kManifestName);
+  removeAll(directory);
+}
+
+std::string settle(const LeftOver &one, const fs::path &target) {
+  if (!isOfARun(one)) {
     throw Trouble(kFileError,
                   errorAt(one.path, 0,
                           "expected a directory that a killed run has left, "
@@ -86,7 +106,7 @@ std::string settle(const LeftOver &one, const fs::path &target) {
                 "holds what a run that was killed has replaced");
   }
   if (one.backup.empty()) {
-    removeAll(one.path);
+    removeLeftOver(one.path);
     return note(one.path, "removed; a run that was killed had left it");
   }
   const fs::path backup = target.parent_path() / one.backup;
@@ -162,7 +182,8 @@ std::string replace(const fs::path &target) {
 std::string replaceByBackup(const fs::path &target, const std::string &backup) {
   const fs::path from = target.parent_path() / backup;
   const fs::path entry =
-      workingPath(target, kRestore + inodeOf(from) + "-" + backup);
+      workingPath(target, kRestore + inodeOf(from) + "-" +
+                              backup.substr(backupStem(target).size()));
   if (!renameToFree(from, entry)) {
     throw Trouble(kFileError,
                   errorAt(entry, 0, "expected nothing there, found something"));

@@ -15,10 +15,15 @@
 //   .NAME.partial-new               the directory being made
 //   .NAME.partial-complete-INODE    the same when it is to be exchanged with
 //                                   the target; INODE is its own number
-//   .NAME.partial-restore-INODE-B   the backup B that is to be exchanged
+//   .NAME.partial-restore-INODE-D   the backup of the date D that is to be
+//                                   exchanged
 //
 // Of the last two, what has another number than its name says is what the
 // target was before the exchange. Nothing else keeps a record.
+
+// While the directory is being made, it holds one of this name, and then the
+// manifest; by these it is known for what it is.
+constexpr char kScratchName[] = "schema-migrate.tmp";
 
 constexpr char kLockSuffix[] = "lock";
 constexpr char kNewSuffix[] = "new";

@@ -22,15 +22,34 @@ fs::path resolveOrNothing(const fs::path &path) {
   }
 }
 
+// Whether one of them is the other or an ancestor of it, be it by another name:
+// a directory may be mounted at several places.
+bool isIn(const fs::path &outer, const fs::path &inner) {
+  if (outer.empty()) {
+    return false;
+  }
+  const auto ends =
+      std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
+  if (ends.first == outer.end()) {
+    return true;
+  }
+  std::error_code ignored;
+  for (fs::path path = inner; path.has_relative_path();
+       path = path.parent_path()) {
+    if (fs::equivalent(outer, path, ignored)) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 void requireOutside(const fs::path &directory, const fs::path &path,
                     const std::string &what) {
   const fs::path outer = resolveOrNothing(directory);
   const fs::path inner = resolveOrNothing(path);
-  const auto ends =
-      std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
-  if (!outer.empty() && ends.first == outer.end()) {
+  if (isIn(outer, inner)) {
     throw Trouble(
         kUsage, errorAt(path, 0,
                         "expected " + what + " outside " + directory.string() +
@@ -51,7 +70,15 @@ OutputDirectory::OutputDirectory(const fs::path &target, Existing existing)
     m_former.emplace(m_target);
   }
   const fs::path working = workingPath(m_target, kNewSuffix);
-  makeDirectory(working);
+  // What is carried over may be private, and gets its modes later.
+  makeDirectory(working, 0700);
+  try {
+    makeDirectory(working / kScratchName);
+    m_mode = modeOf(working / kScratchName);
+  } catch (const Trouble &) {
+    settleQuietly(m_target);
+    throw;
+  }
   m_working = working;
 }
 
@@ -80,13 +107,18 @@ void OutputDirectory::requireSuitable() const {
 
 OutputDirectory::~OutputDirectory() {
   if (!m_working.empty()) {
+    std::error_code ignored;
+    fs::remove_all(m_working, ignored);
     settleQuietly(m_target);
   }
 }
 
 void OutputDirectory::commit() {
+  removeAll(scratch());
   if (m_former) {
     m_former->handOnAttributes(m_working);
+  } else {
+    setMode(m_working, m_mode);
   }
   syncAll(m_working);
   if (m_former) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "FormerDirectory.h"
+#include "LeftOvers.h"
 #include "TargetLock.h"
 
 // What may be where the directory is to be.
@@ -35,6 +36,9 @@ class OutputDirectory {
   // Where to put the files.
   const std::filesystem::path &working() const { return m_working; }
 
+  // A directory in that for what is not to stay; commit() removes it.
+  std::filesystem::path scratch() const { return m_working / kScratchName; }
+
   // What a run that was killed had left, a line each: "FILE: note: MESSAGE".
   const std::vector<std::string> &notes() const { return m_notes; }
 
@@ -60,6 +64,7 @@ class OutputDirectory {
   std::vector<std::string> m_notes;
   std::optional<FormerDirectory> m_former;  // what has the name
   std::filesystem::path m_working;          // empty once committed
+  unsigned int m_mode = 0;  // of the directory, if there was none
   std::string m_backup;
 };
 

@@ -144,6 +144,9 @@ void printReport(const ApplyOptions &options, const ApplyResult &result,
     *out << "  kept from there: " << name << '\n';
   }
   printTable({{"release", &result.newRead}, {"result", &result.written}}, out);
+  if (!result.changesAnything) {
+    *out << "\nnothing was to be done: the new release has it all\n";
+  }
   if (inputs.modifiedOids) {
     *out << "\nmodified schema: " << inputs.modifiedOids->string() << '\n'
          << (result.withdrawals.empty() ? "  no OID in the list\n" : "");

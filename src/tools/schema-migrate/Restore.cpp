@@ -7,6 +7,7 @@
 #include "Backups.h"
 #include "Disk.h"
 #include "LeftOvers.h"
+#include "SchemaFiles.h"
 #include "TargetLock.h"
 #include "Trouble.h"
 
@@ -48,10 +49,25 @@ std::string chooseBackup(const fs::path &target,
   return name;
 }
 
+void requireSchemaFiles(const fs::path &backup) {
+  const bool any = std::any_of(schemacheck::kSchemaFiles.begin(),
+                               schemacheck::kSchemaFiles.end(),
+                               [&backup](const schemacheck::SchemaFile &file) {
+                                 return isThere(backup / file.name);
+                               });
+  if (!any) {
+    throw Trouble(kFileError,
+                  errorAt(backup, 0,
+                          "expected schema files (V3.user.at and so on) in the "
+                          "backup, found none"));
+  }
+}
+
 // Puts the backup in the target's place; the name of the backup that this
 // makes, empty if it makes none.
 std::string putBack(const fs::path &target, const std::string &backup) {
   const fs::path path = target.parent_path() / backup;
+  requireSchemaFiles(path);
   if (!isThere(target)) {
     if (!renameToFree(path, target)) {
       throw Trouble(
