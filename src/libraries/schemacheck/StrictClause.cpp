@@ -107,7 +107,7 @@ void ClauseReader::readValues(Takes takes, Clause *clause) {
       readOne(takes, clause);
       requireValue(*clause, "a name or an OID");
       break;
-    case Takes::kNumber:
+    default:  // Takes::kNumber
       readOne(takes, clause);
       requireValue(*clause, "a number");
       break;
