@@ -28,13 +28,17 @@ class FindingsTextTest : public MigrateTest {
         setenv("NO_COLOR", noColour, 1);
       }
     });
-    char buffer[4096];
-    const ssize_t length = ::read(terminal, buffer, sizeof buffer);
-    close(terminal);
     close(other);
-    return replaceAll(
-        std::string(buffer, static_cast<std::size_t>(length > 0 ? length : 0)),
-        "\r\n", "\n");
+    // What was written comes in pieces, and then an error: nobody has the
+    // terminal open any more.
+    std::string text;
+    char buffer[4096];
+    ssize_t length = 0;
+    while ((length = ::read(terminal, buffer, sizeof buffer)) > 0) {
+      text.append(buffer, static_cast<std::size_t>(length));
+    }
+    close(terminal);
+    return replaceAll(text, "\r\n", "\n");
   }
 };
 
