@@ -145,6 +145,15 @@ attributetypes=( 1.1 NAME 'a' OBSOLETE
 attributetypes=( 1.1 NAME 'a' OBSOLETE
                               ^
 )"},
+    {"ANumberThatEndsInALetterAtTheEndOfTheFile",
+     {{"V3.user.at", "attributetypes=( 1Q"}},
+     R"(./V3.user.at:1:16: error: [UNCLOSED] expected ')' at the end of the definition, found the end of the file; the library gives the file up here
+attributetypes=( 1Q
+               ^
+./V3.user.at:1:18: error: [ODD-CHARACTER] expected letters, digits and hyphens after a letter, found '1Q'; the library gives the file up here
+attributetypes=( 1Q
+                 ^
+)"},
     {"AKeywordOfASectionAsAText",
      {{"V3.user.oc",
        "objectclasses=( 2.1 NAME 'k' MAY odd~ DESC attributetypes )\n"}},

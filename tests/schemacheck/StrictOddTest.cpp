@@ -1,12 +1,17 @@
 // Readings of what is damaged in ways of its own.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 
 #include "StrictTesting.h"
 
+using schemacheck::kMostFaults;
+using schemacheck::Reading;
 using schemacheck::readingOf;
+using schemacheck::readStrictly;
+using schemacheck::SourceText;
 
 namespace {
 
@@ -95,6 +100,14 @@ attribute types: attributetypes =
 ! quotes missing <x>: expected a quoted string behind DESC, found the word 'x'
 ! quotes unexpected <'b'>: expected a value without quotes behind SYNTAX, found the text 'b'
 )"},
+    {"AKeywordInLowerCaseInThePlaceOfAnOid",
+     "attributetypes=( syntax NAME 'a' DESC 'n' )\n",
+     R"(attribute types: attributetypes =
+  <( syntax NAME 'a' DESC 'n' )>
+    oid syntax
+    NAME 'a'
+    DESC 'n'
+)"},
     {"AnExtensionInLowerCase", "attributetypes=( 1.1 NAME 'a' x-a~b 'v' )\n",
      R"(attribute types: attributetypes =
   <( 1.1 NAME 'a' x-a~b 'v' )>
@@ -150,5 +163,19 @@ const OddCase kOutside[] = {
 
 INSTANTIATE_TEST_SUITE_P(Outside, StrictOddTest, testing::ValuesIn(kOutside),
                          nameOf);
+
+// No token behind the dollar has been looked at by then; so the definition
+// lacks its end, which is one fault more.
+TEST(StrictReadingTest, TheLastFaultThatCountsEndsIt) {
+  const std::string one = "objectclasses=( 2.1 NAME 'k' MUST a $ b )\n";
+  std::string text;
+  for (std::size_t i = 0; i <= kMostFaults; ++i) {
+    text += one;
+  }
+  const Reading reading = readStrictly(SourceText("file", text));
+  EXPECT_EQ(reading.faults.size(), kMostFaults + 1);
+  EXPECT_EQ(reading.end, (kMostFaults - 1) * one.size() + one.find('$') + 1);
+  EXPECT_EQ(reading.sections.size(), kMostFaults);
+}
 
 }  // namespace

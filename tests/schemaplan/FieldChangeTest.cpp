@@ -132,6 +132,8 @@ const ChangeCase kTypes[] = {
      "NAME 'a' USAGE directoryOperation", "USAGE narrowing"},
     {"UsageThatIsMeantAnyway", "NAME 'a' DESC 'x'",
      "NAME 'a' DESC 'x' USAGE userApplications", ""},
+    {"UsageThatIsEmpty", "NAME 'a' USAGE userApplications", "NAME 'a' USAGE ''",
+     "USAGE neutral"},
     {"UsageCome", "NAME 'a' DESC 'x'",
      "NAME 'a' DESC 'x' USAGE directoryOperation", "USAGE narrowing"},
 };

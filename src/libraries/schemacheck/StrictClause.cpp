@@ -273,8 +273,8 @@ void ClauseReader::takeWords(const Clause &clause) {
   takeValue(Style::kQuoted, clause);
   std::string text(m_values.back().text);
   std::size_t end = 0;
-  while (m_tokens.isWord() && atValue() && !m_tokens.beginsClause(m_kind) &&
-         !m_tokens.isQuoted(1) && !m_tokens.is('(', 1)) {
+  while (m_tokens.isWord() && atValue() && !m_tokens.isQuoted(1) &&
+         !m_tokens.is('(', 1)) {
     const Token word = m_tokens.take();
     text.append(" ").append(word.text);
     end = word.span.end;
