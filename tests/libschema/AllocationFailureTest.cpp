@@ -131,6 +131,11 @@ std::string line(const Kind &kind, int oid, int name, const std::string &text) {
                    text + "-and-a-description-of-some-length");
 }
 
+// The OID leads to the one that a walk comes to last.
+std::string twoOfOneOid(const Kind &kind) {
+  return line(kind, 7, 8, "mine") + line(kind, 7, 7, "mine");
+}
+
 // An old schema and a release, of which many can be made.
 class Schemas {
  public:
@@ -139,12 +144,15 @@ class Schemas {
     Schema release;
   };
 
-  // With a definition of `unrecorded`, if any, that stops a merge.
-  explicit Schemas(const Kind *unrecorded = nullptr) {
+  // With a definition of `unrecorded`, if any, that stops a merge, and with two
+  // of one OID, if it is shared.
+  explicit Schemas(const Kind *unrecorded = nullptr, bool oidIsShared = false) {
     for (const Kind &kind : kKinds) {
-      m_old.write(kind.file,
-                  line(kind, 1, 1, "same") + line(kind, 2, 2, "mine") +
-                      line(kind, 3, 3, "mine") + line(kind, 14, 4, "mine"));
+      m_old.write(
+          kind.file,
+          line(kind, 1, 1, "same") + line(kind, 2, 2, "mine") +
+              line(kind, 3, 3, "mine") + line(kind, 14, 4, "mine") +
+              (oidIsShared && !kind.isStorage() ? twoOfOneOid(kind) : ""));
       m_release.write(kind.file, line(kind, 1, 1, "same") +
                                      line(kind, 2, 2, "theirs") +
                                      line(kind, 4, 4, "theirs") +
@@ -309,6 +317,10 @@ TEST(AllocationFailureTest, Comparison) {
 
 TEST(AllocationFailureTest, Merge) {
   failEachAllocation(Schemas(), merge, ownedByRelease);
+}
+
+TEST(AllocationFailureTest, MergeOfTwoWithOneOid) {
+  failEachAllocation(Schemas(nullptr, true), merge, ownedByRelease);
 }
 
 TEST(AllocationFailureTest, MergeAfterComparison) {

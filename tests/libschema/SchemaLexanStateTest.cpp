@@ -43,6 +43,30 @@ TEST_F(SchemaLexanStateTest, StandsAheadOfTheFirstToken) {
   EXPECT_EQ(dumped(lexan, 0), dump("-1", "1", "-1", ""));
 }
 
+// What a derived class learns of the place in the file.
+class PositionLexan : public SchemaLexan {
+ public:
+  using SchemaLexan::position;
+  using SchemaLexan::SchemaLexan;
+};
+
+TEST_F(SchemaLexanStateTest, ThePositionIsThatBehindTheToken) {
+  m_directory.write(kName, "cn sn\n");
+  PositionLexan lexan(m_directory.string(), kName);
+  EXPECT_EQ(lexan.position(), 0);
+  EXPECT_EQ(lexan.lexan(), TOK_ID);
+  EXPECT_EQ(lexan.position(), 2);
+  EXPECT_EQ(lexan.lexan(), TOK_ID);
+  EXPECT_EQ(lexan.position(), 5);
+}
+
+TEST_F(SchemaLexanStateTest, WithoutAFileThereIsNoPosition) {
+  PositionLexan lexan(m_directory.string(), "missing");
+  EXPECT_EQ(lexan.position(), -1);
+  EXPECT_EQ(lexan.lexan(), TOK_DONE);
+  EXPECT_EQ(lexan.position(), -1);
+}
+
 TEST_F(SchemaLexanStateTest, MatchGoesPastTheCurrentToken) {
   SchemaLexan &lexan = open("( cn )\n");
   EXPECT_EQ(lexan.lexan(), '(');

@@ -112,6 +112,16 @@ TEST(FindingTest, ALongMessageIsCut) {
             std::string(1000, 'm'));
 }
 
+// Bytes that go on with a character which nothing begins.
+TEST(FindingTest, ALongRunWithoutACharacterIsLeftOut) {
+  EXPECT_EQ(findingOn(Code::kTab, "f", std::string(1001, '\x80')).message,
+            "...");
+  const Finding finding = findingAt(
+      Code::kTab, SourceText("f", std::string(2000, '\x80')), 1000, "message");
+  EXPECT_EQ(finding.sourceLine, "......");
+  EXPECT_EQ(finding.caret, 3U);
+}
+
 TEST(FindingTest, AreSortedByPlaceAndSaidOnce) {
   const SourceText user("d/V3.user.at", "ab\ncd\n");
   const SourceText system("d/V3.system.at", "ab\n");

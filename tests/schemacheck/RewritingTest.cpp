@@ -122,6 +122,35 @@ TEST_P(RewritingTest, WhatIsPlainReadsBack) {
   EXPECT_GT(m_lost, 500);
 }
 
+// What the library keeps in no case, as far as is known.
+TEST(RewritingFieldTest, AValueOfAnotherFormIsNotPlain) {
+  const auto isPlainAs = [](std::string_view name, std::string_view text) {
+    FieldView field;
+    field.name = name;
+    field.text = text;
+    return isPlain(Kind::kAttributeType, std::vector<FieldView>{field});
+  };
+  for (const std::string_view name : {"SYNTAX", "EQUALITY"}) {
+    EXPECT_TRUE(isPlainAs(name, "")) << name;
+    EXPECT_TRUE(isPlainAs(name, "1.2")) << name;
+    EXPECT_FALSE(isPlainAs(name, "a")) << name;
+    EXPECT_FALSE(isPlainAs(name, "1.2 ")) << name;
+  }
+  FieldView superiors;
+  superiors.name = "SUP";
+  superiors.form = FieldView::Form::kList;
+  superiors.values = {"1.2"};
+  EXPECT_TRUE(isPlain(Kind::kAttributeType, {superiors}));
+  superiors.values = {"top"};
+  EXPECT_FALSE(isPlain(Kind::kAttributeType, {superiors}));
+  EXPECT_TRUE(isPlain(Kind::kObjectClass, {superiors}));
+  EXPECT_TRUE(isPlainAs("SYNTAX", "1.2{3}"));
+  for (const std::string_view syntax :
+       {"{3}", "1.2{", "1.2{}", "1.2{3", "1.2{3}x", "1.2{x}", "a{3}"}) {
+    EXPECT_FALSE(isPlainAs("SYNTAX", syntax)) << syntax;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Kinds, RewritingTest, testing::ValuesIn(kFields));
 
 }  // namespace

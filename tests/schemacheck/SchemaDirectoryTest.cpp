@@ -1,7 +1,10 @@
 #include "SchemaDirectory.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -161,6 +164,25 @@ TEST_F(SchemaDirectoryTest, FindsFilesThatTurnOutToBeLarge) {
   EXPECT_EQ(textOf(SchemaDirectory(path(), 5).findings()),
             "./V3.user.at: error: [LARGE-FILE] expected at most 5 bytes, found "
             "more\n");
+}
+
+// Larger than what is read at a time: each mapping has a line of it.
+TEST_F(SchemaDirectoryTest, FindsFilesThatTurnOutToBeVeryLarge) {
+  constexpr std::size_t kPages = 4000;
+  const auto pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  void *pages = mmap(nullptr, kPages * pageSize, PROT_READ,
+                     MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  ASSERT_NE(pages, MAP_FAILED);
+  for (std::size_t page = 0; page < kPages; page += 2) {
+    EXPECT_EQ(mprotect(static_cast<char *>(pages) + page * pageSize, pageSize,
+                       PROT_NONE),
+              0);
+  }
+  fs::create_symlink("/proc/self/maps", path("V3.user.at"));
+  EXPECT_EQ(textOf(SchemaDirectory(path(), 5).findings()),
+            "./V3.user.at: error: [LARGE-FILE] expected at most 5 bytes, found "
+            "more\n");
+  munmap(pages, kPages * pageSize);
 }
 
 TEST_F(SchemaDirectoryTest, FindsBinaryFiles) {

@@ -48,6 +48,19 @@ TEST_F(BreakagesTest, AnAttributeThatIsExcluded) {
             "                                              ^\n");
 }
 
+// The release has the class, but does not ask for the attribute.
+TEST_F(BreakagesTest, AnAttributeOfOneSideAlone) {
+  write({{"old/V3.user.at", type("1.1", "a")},
+         {"old/V3.user.oc", requiring("2.1", "k", "a")},
+         {"new/V3.user.oc", requiring("2.1", "k", "cn")}});
+  EXPECT_EQ(breakages(excluding("1.1")),
+            "./old/V3.user.oc:1:47: warning: [UNDEFINED-ATTRIBUTE] expected "
+            "the attribute 'a' in the result, found none; it would be that at "
+            "./old/V3.user.at:1, attribute type 'a' (1.1)\n"
+            "objectclasses=( 2.1 NAME 'k' AUXILIARY MUST ( a ) )\n"
+            "                                              ^\n");
+}
+
 TEST_F(BreakagesTest, AnAliasThatIsReplacedAway) {
   write({{"old/V3.user.at", type("1.1", "a", "old")},
          {"new/V3.user.at",
@@ -116,6 +129,19 @@ TEST_F(BreakagesTest, ACycleThroughBothSides) {
             "'k', ./old/V3.user.oc:1 SUP 'l'\n"
             "objectclasses=( 2.2 NAME 'l' SUP ( k ) AUXILIARY )\n"
             "                                   ^\n");
+}
+
+// Each side has one of the two, below something that it does not define.
+TEST_F(BreakagesTest, ACycleThatEachSideHasHalfOf) {
+  write({{"old/V3.user.oc", below("2.1", "k", "none $ m")},
+         {"new/V3.user.oc",
+          below("2.2", "m", "top $ k") + objectClass("2.5.6.0", "top")}});
+  EXPECT_EQ(breakages(),
+            "./new/V3.user.oc:1:42: warning: [SUPERIOR-CYCLE] expected a "
+            "superior that does not lead back in the result, found 'm' SUP "
+            "'k', ./old/V3.user.oc:1 SUP 'm'\n"
+            "objectclasses=( 2.2 NAME 'm' SUP ( top $ k ) ABSTRACT )\n"
+            "                                         ^\n");
 }
 
 TEST_F(BreakagesTest, ALongCycleIsCut) {

@@ -109,6 +109,18 @@ TEST_F(PlanPreferenceTest, WhatCannotBeListedStops) {
   EXPECT_EQ(planned(deciding("x#", Side::kNew)), expected);
 }
 
+TEST_F(PlanPreferenceTest, WhatBothHaveChangedStopsWithoutAnOid) {
+  write({{"base/V3.user.at", "attributetypes=( NAME 'a' DESC 'base' )\n"},
+         {"old/V3.user.at", "attributetypes=( NAME 'a' DESC 'old' )\n"},
+         {"new/V3.user.at", "attributetypes=( NAME 'a' DESC 'new' )\n"}});
+  EXPECT_EQ(stoppers(preferring(Preference::kChanged)),
+            "./old/V3.user.at:1:16: error: [CHANGED-BY-BOTH] expected one side "
+            "to have changed what has this OID since the old release, found "
+            "that both have; decide on \n"
+            "attributetypes=( NAME 'a' DESC 'old' )\n"
+            "               ^\n");
+}
+
 TEST_F(PlanPreferenceTest, ADecisionIsForItsOidOnly) {
   write(
       {{"old/V3.user.at", type("1.1", "a", "old") + type("1.2", "b", "old")},

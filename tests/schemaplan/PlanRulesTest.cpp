@@ -187,4 +187,22 @@ TEST_F(PlanRulesTest, WhatIsExcludedIsNotCalledWithdrawn) {
             "excluded: 1.1\n");
 }
 
+// A list of excluded OIDs cannot hold it.
+TEST_F(PlanRulesTest, WhatCannotBeListedIsNotWithdrawn) {
+  write({{"old/V3.user.at", "attributetypes=( 'x#' NAME 'a' DESC 'n' )\n"},
+         {"new/V3.user.at", type("9.1", "r")}});
+  EXPECT_EQ(planned(withdrawing("x#")),
+            "V3.user.at:1 attribute type 'a' (x#): added\n");
+}
+
+// It stands in a block, in which the library drops it.
+TEST_F(PlanRulesTest, ADefinitionWithoutAnOidHoldsNothingInAFile) {
+  write({{"old/V3.user.at", type("1.1", "a")},
+         {"new/V3.user.at", "attributetypes {\n( NAME 'b' DESC 'n' )\n}\n"},
+         {"new/V3.modifiedschema", type("1.1", "a")}});
+  EXPECT_EQ(planned(withdrawing("1.1")),
+            "V3.user.at:1 attribute type 'a' (1.1): withdrawn "
+            "V3.modifiedschema:1\n");
+}
+
 }  // namespace

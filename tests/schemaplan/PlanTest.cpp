@@ -151,6 +151,41 @@ TEST_F(PlanTest, LetsStorageGoWithATypeThatCannotBeCarried) {
             "attribute type cannot be carried\n");
 }
 
+// It is merged before it is withdrawn, so that the modified schema's copy of it
+// is the old installation's.
+TEST_F(PlanTest, WhatDiffersAndIsWithdrawnIsMerged) {
+  write({{"old/V3.user.oc", objectClass("2.1", "k", "AUXILIARY")},
+         {"new/V3.modifiedschema", objectClass("2.1", "k")}});
+  Rules rules;
+  rules.modifiedOids = {"2.1"};
+  const PlanOfFiles files(path(), rules);
+  ASSERT_EQ(files.plan.definitions.size(), 1U);
+  EXPECT_EQ(lineOf(files.plan.definitions[0]),
+            "V3.user.oc:1 object class 'k' (2.1): withdrawn "
+            "V3.modifiedschema:1, kind narrowing\n");
+  EXPECT_TRUE(files.plan.isMerged(files.plan.definitions[0]));
+  rules.excludedOids = {"2.1"};
+  const PlanOfFiles excluded(path(), rules);
+  ASSERT_EQ(excluded.plan.definitions.size(), 1U);
+  EXPECT_FALSE(excluded.plan.isMerged(excluded.plan.definitions[0]));
+}
+
+// It keeps the description, and drops the matching rule.
+TEST_F(PlanTest, ComparesTheDescriptionThatTheLibraryKeeps) {
+  write({{"old/V3.user.at",
+          "attributetypes=( 1.1 NAME 'a' DESC 'x y' EQUALITY caseIgnoreMatch "
+          ")\n"
+          "attributetypes=( 1.2 NAME 'b' DESC 'x y' EQUALITY caseIgnoreMatch "
+          ")\n"},
+         {"new/V3.user.at",
+          "attributetypes=( 1.1 NAME 'a' DESC 'x y' )\n"
+          "attributetypes=( 1.2 NAME 'b' DESC 'y' )\n"}});
+  EXPECT_EQ(planned(),
+            "V3.user.at:1 attribute type 'a' (1.1): identical V3.user.at:1\n"
+            "V3.user.at:2 attribute type 'b' (1.2): replaces the release's "
+            "V3.user.at:2, DESC neutral\n");
+}
+
 TEST_F(PlanTest, AnotherAfterItsOwnResultChangesNothing) {
   write({{"old/V3.user.at", type("1.1", "a", "old") + type("1.2", "b") +
                                 storage("1.2") + type("1.3", "c")},

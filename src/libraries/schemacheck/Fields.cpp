@@ -81,7 +81,7 @@ void state(const Clause &clause, FieldView *field) {
     case FieldView::Form::kFlag:
       field->text = kSet;
       break;
-    case FieldView::Form::kText:
+    default:  // FieldView::Form::kText
       if (isClassKind(clause.keyword)) {
         field->text = clause.keyword;
       } else if (!clause.values.empty()) {
@@ -103,7 +103,7 @@ void viewNone(Kind kind, std::vector<FieldView> *views) {
     case Kind::kObjectClass:
       viewFields(kClass, views);
       break;
-    case Kind::kStorage:
+    default:  // Kind::kStorage
       viewFields(kStorage, views);
       break;
   }

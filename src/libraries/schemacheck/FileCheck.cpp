@@ -19,15 +19,9 @@ bool beginsSection(int token) {
 }
 
 const char *keywordOf(Kind kind) {
-  switch (kind) {
-    case Kind::kAttributeType:
-      return "attributetypes";
-    case Kind::kObjectClass:
-      return "objectclasses";
-    case Kind::kStorage:
-      break;
-  }
-  return "QORAttributetypes";
+  static constexpr const char *kKeywords[kKinds] = {
+      "attributetypes", "objectclasses", "QORAttributetypes"};
+  return kKeywords[static_cast<std::size_t>(kind)];
 }
 
 bool isKeyword(std::string_view spelling) {
@@ -121,8 +115,7 @@ class FileCheck {
                  looksLikeSection(fault.at.begin)) {
         add(Code::kSectionSpelling, fault.at.begin,
             message + "; the library passes over it");
-      } else if (fault.code == FaultCode::kStray ||
-                 fault.code == FaultCode::kQuoteUnclosed) {
+      } else if (fault.code == FaultCode::kStray) {
         add(Code::kStrayText, fault.at.begin, message);
       }
     }
@@ -153,7 +146,7 @@ class FileCheck {
     }
     const Section &section = m_sections[m_next++];
     const int opener = m_library.lexan();
-    if (opener == '{' && section.opener == '{') {
+    if (opener == '{') {
       checkBlock(section);
     } else if (opener == '=' && section.opener == '=') {
       checkSingle(section);
@@ -172,11 +165,8 @@ class FileCheck {
     if (token == '\r') {
       return "a carriage return";
     }
-    const auto fault = faultFrom(section.keyword.begin);
-    return fault != m_file.reading.faults.end() &&
-                   fault->code == FaultCode::kSectionOpener
-               ? fault->found
-               : "something else";
+    // Where it is none to the grammar, either, the reading has a fault there.
+    return faultFrom(section.keyword.begin)->found;
   }
 
   // Reports the sections before `offset`, which the library has not noticed.
@@ -209,7 +199,7 @@ class FileCheck {
           "expected a section, found its keyword alone");
     } else {
       add(Code::kUnreadable, section.keyword.begin,
-          "expected a section" + effect);
+          "expected a section to the library, found none" + effect);
     }
     checkApart(section);
   }
@@ -268,9 +258,7 @@ class FileCheck {
       return;
     }
     // Whatever stands before the closing brace is a definition to the library.
-    bool first = section.definitions.empty();
-    while (m_token != '}' || first) {
-      first = false;
+    while (m_token != '}') {
       const std::size_t at = m_library.offset() - 1;
       const Kept &kept = m_library.parse(section.kind, at + kFollowed);
       m_token = m_library.getCurrentToken();

@@ -161,7 +161,7 @@ void sortFindings(std::vector<Finding> *findings) {
     return key(a) < key(b);
   };
   const auto same = [&before](const Place &a, const Place &b) {
-    return !before(a, b) && !before(b, a);
+    return !before(a, b);  // nor b before a: they are sorted
   };
   std::sort(places.begin(), places.end(), before);
   places.erase(std::unique(places.begin(), places.end(), same), places.end());

@@ -73,7 +73,7 @@ void GuardedLexan::follow(int token) {
     case State::kName:
       m_state = State::kNames;
       break;
-    case State::kField:
+    default:  // State::kField
       if (token == TOK_COLLECTIVE) {
         throw EndlessReading(
             "COLLECTIVE is not supported in an attribute type");

@@ -249,14 +249,12 @@ class Comparison {
 
   // What has become of a field.
   std::string keeps(std::string_view name) const {
-    for (const FieldView &field : m_kept.fields) {
-      if (name == field.name) {
-        return field.text.empty() && field.values.empty()
-                   ? "; the library drops it"
-                   : "; the library keeps " + inWords(field);
-      }
-    }
-    return "";
+    const FieldView &field = *std::find_if(
+        m_kept.fields.begin(), m_kept.fields.end(),
+        [name](const FieldView &one) { return one.name == name; });
+    return field.text.empty() && field.values.empty()
+               ? "; the library drops it"
+               : "; the library keeps " + inWords(field);
   }
 
   const StrictFile &m_file;

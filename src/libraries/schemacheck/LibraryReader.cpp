@@ -74,7 +74,7 @@ const Kept &LibraryReader::parse(Kind kind, std::size_t limit) {
     case Kind::kObjectClass:
       parseInto(&m_class, TOK_OBJECTCLASSES);
       break;
-    case Kind::kStorage:
+    default:  // Kind::kStorage
       parseInto(&m_storage, TOK_QORATTRIBUTETYPES);
       break;
   }
@@ -90,7 +90,7 @@ std::string LibraryReader::line(Kind kind) {
     case Kind::kObjectClass:
       m_class.dump(m_writer);
       break;
-    case Kind::kStorage:
+    default:  // Kind::kStorage
       m_storage.dump(m_writer);
       break;
   }

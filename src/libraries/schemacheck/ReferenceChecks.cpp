@@ -1,5 +1,6 @@
 #include "ReferenceChecks.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,7 +45,7 @@ class ReferenceChecks {
           checkReferences(statement, "MAY", Kind::kAttributeType);
           checkOptional(statement);
           break;
-        case Kind::kStorage:
+        default:  // Kind::kStorage, which refers to nothing
           break;
       }
     }
@@ -165,14 +166,14 @@ class ReferenceChecks {
       way += " SUP '" + m_statements[cycle[i]].firstName() + "'";
     }
     way += cycle.size() > kLongestCycle ? " SUP ..." : "";
-    for (const Value *value : first.valuesOf("SUP")) {
-      if (m_index.target(first.definition->kind, value->text) == &second) {
-        add(Code::kSuperiorCycle, first, *value,
-            "expected a superior that does not lead back, found " + way +
-                " SUP '" + first.firstName() + "'");
-        return;
-      }
-    }
+    const auto leadsOn = [&](const Value *value) {
+      return m_index.target(first.definition->kind, value->text) == &second;
+    };
+    const std::vector<const Value *> superiors = first.valuesOf("SUP");
+    add(Code::kSuperiorCycle, first,
+        **std::find_if(superiors.begin(), superiors.end(), leadsOn),
+        "expected a superior that does not lead back, found " + way + " SUP '" +
+            first.firstName() + "'");
   }
 
   const std::vector<Statement> &m_statements;

@@ -1,17 +1,15 @@
 #include "SchemaFiles.h"
 
+#include <cstddef>
+
 namespace schemacheck {
 
 const char *kindName(Kind kind, bool plural) {
-  switch (kind) {
-    case Kind::kAttributeType:
-      return plural ? "attribute types" : "attribute type";
-    case Kind::kObjectClass:
-      return plural ? "object classes" : "object class";
-    case Kind::kStorage:
-      break;
-  }
-  return plural ? "storage definitions" : "storage definition";
+  static constexpr const char *kNames[kKinds][2] = {
+      {"attribute type", "attribute types"},
+      {"object class", "object classes"},
+      {"storage definition", "storage definitions"}};
+  return kNames[static_cast<std::size_t>(kind)][plural ? 1 : 0];
 }
 
 }  // namespace schemacheck

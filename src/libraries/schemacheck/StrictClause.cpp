@@ -107,7 +107,7 @@ void ClauseReader::readValues(Takes takes, Clause *clause) {
       readOne(takes, clause);
       requireValue(*clause, "a name or an OID");
       break;
-    case Takes::kNumber:
+    default:  // Takes::kNumber
       readOne(takes, clause);
       requireValue(*clause, "a number");
       break;
@@ -273,8 +273,8 @@ void ClauseReader::takeWords(const Clause &clause) {
   takeValue(Style::kQuoted, clause);
   std::string text(m_values.back().text);
   std::size_t end = 0;
-  while (m_tokens.isWord() && atValue() && !m_tokens.beginsClause(m_kind) &&
-         !m_tokens.isQuoted(1) && !m_tokens.is('(', 1)) {
+  while (m_tokens.isWord() && atValue() && !m_tokens.isQuoted(1) &&
+         !m_tokens.is('(', 1)) {
     const Token word = m_tokens.take();
     text.append(" ").append(word.text);
     end = word.span.end;

@@ -257,10 +257,8 @@ void StrictScanner::scanLength(Token *number) {
   if (end == m_offset + size) {
     number->text = m_text.substr(number->span.begin, end - number->span.begin);
   } else {
-    number->text = keep(std::string(number->text)
-                            .append("{")
-                            .append(length)
-                            .append(closed ? "}" : ""));
+    number->text =
+        keep(std::string(number->text).append("{").append(length).append("}"));
   }
   number->intact = closed && end - open == length.size() + 2 &&
                    !length.empty() &&

@@ -37,10 +37,9 @@ std::string inWords(const Token &token) {
       return "the text '" + shortened(token.text) + "'";
     case Token::Type::kDoubleQuoted:
       return "the text \"" + shortened(token.text) + "\"";
-    case Token::Type::kCharacter:
-      break;
+    default:  // Token::Type::kCharacter
+      return "'" + std::string(token.text) + "'";
   }
-  return "'" + std::string(token.text) + "'";
 }
 
 void StrictTokens::scan() {
@@ -103,12 +102,9 @@ bool StrictTokens::beginsClause(Kind kind, std::size_t i) {
       return isQuoted(i + 1) || is('(', i + 1);
     case Takes::kOids:
       return is('(', i + 1) || (form->exact && isWord(i + 1));
-    case Takes::kOid:
-    case Takes::kSyntax:
-    case Takes::kNumber:
-      break;
+    default:  // one value without quotes
+      return form->exact && isWord(i + 1);
   }
-  return form->exact && isWord(i + 1);
 }
 
 bool StrictTokens::beginsDefinition(Kind kind, std::size_t i) {

@@ -47,7 +47,7 @@ class Clauses {
         case Kind::kObjectClass:
           suspectOfClass(clause);
           break;
-        case Kind::kStorage:
+        default:  // Kind::kStorage
           if (clause.keyword == "REVERSE") {
             addAlways(Code::kReverse, clause,
                       "expected no REVERSE, found it; the library drops it");

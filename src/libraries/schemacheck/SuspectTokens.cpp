@@ -141,10 +141,10 @@ class Tokens {
     if (at < end && isNonAscii(c)) {
       add(Code::kNonAscii, at,
           "expected ASCII characters, found a byte outside ASCII");
-    } else if (isQuoted && at < end && c == '\'') {
+    } else if (isQuoted && c == '\'') {
       add(Code::kApostrophe, at,
           "expected a quoted text without apostrophes, found one");
-    } else if (isQuoted && at < end && (c == '\n' || c == '\r')) {
+    } else if (isQuoted && (c == '\n' || c == '\r')) {
       add(Code::kLineBreak, at,
           "expected the closing quote on the same line, found the line's end");
     } else if (!isQuoted && c == '\t') {

@@ -59,7 +59,7 @@ class Breakages {
           checkReferences(one, "MAY", Kind::kAttributeType);
           checkShared(statement, "NAME");
           break;
-        case Kind::kStorage:
+        default:  // Kind::kStorage
           checkShared(statement, "DBNAME");
           break;
       }

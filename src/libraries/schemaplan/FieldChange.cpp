@@ -221,15 +221,8 @@ Effect storageChange(const FieldView &release, const FieldView &old) {
 }  // namespace
 
 const char *effectName(Effect effect) {
-  switch (effect) {
-    case Effect::kNeutral:
-      return "neutral";
-    case Effect::kWidening:
-      return "widening";
-    case Effect::kNarrowing:
-      break;
-  }
-  return "narrowing";
+  static constexpr const char *kNames[] = {"neutral", "widening", "narrowing"};
+  return kNames[static_cast<std::size_t>(effect)];
 }
 
 std::vector<FieldChange> changesBetween(Kind kind, const Fields &release,
@@ -244,7 +237,7 @@ std::vector<FieldChange> changesBetween(Kind kind, const Fields &release,
       case Kind::kObjectClass:
         effect = classChange(field, release, old);
         break;
-      case Kind::kStorage:
+      default:  // Kind::kStorage
         effect = storageChange(release[field], old[field]);
         break;
     }

@@ -103,8 +103,7 @@ const Statement *MergeRules::rival(const Statement &statement) const {
     const Statement *other =
         m_release.directory.index().withOid(kind, statement.oid());
     if (other != nullptr &&
-        !(own == Kind::kStorage && kind != own &&
-          kind == Kind::kAttributeType) &&
+        !(own == Kind::kStorage && kind == Kind::kAttributeType) &&
         (kind != own || other->key() != statement.key())) {
       return other;
     }

@@ -9,23 +9,11 @@ using schemacheck::Finding;
 using schemacheck::Statement;
 
 const char *verdictName(Verdict verdict) {
-  switch (verdict) {
-    case Verdict::kIdentical:
-      return "identical";
-    case Verdict::kExcluded:
-      return "excluded";
-    case Verdict::kShadowed:
-      return "shadowed";
-    case Verdict::kWithdrawn:
-      return "withdrawn";
-    case Verdict::kAdded:
-      return "added";
-    case Verdict::kReplaces:
-      return "replaces the release's";
-    case Verdict::kBlocked:
-      break;
-  }
-  return "cannot be carried";
+  static constexpr const char *kNames[kVerdicts] = {
+      "identical",        "excluded", "shadowed",
+      "withdrawn",        "added",    "replaces the release's",
+      "cannot be carried"};
+  return kNames[static_cast<std::size_t>(verdict)];
 }
 
 Finding notRead(const Statement &statement) {
