@@ -18,8 +18,10 @@
 #include "model/Definitions.h"
 #include "model/ModelTesting.h"
 #include "model/RandomTexts.h"
+#include "model/Rendering.h"
 #include "model/Scanner.h"
 #include "model/Trace.h"
+#include "support/Child.h"
 #include "support/TemporaryDirectory.h"
 #include "support/TraceRecorder.h"
 
@@ -185,7 +187,8 @@ TEST_P(DefinitionModelSequenceTest, EveryShortSequenceOfTokens) {
                                            "attributetypes",
                                            "objectclasses",
                                            "QORAttributetypes"};
-  const std::size_t longest = setting("MODEL_TEST_LENGTH", 2);
+  const std::size_t longest =
+      setting("MODEL_TEST_LENGTH", isSanitized() ? 1 : 2);
   for (std::size_t count = 0; count <= longest; ++count) {
     expectAgreementOnAll(GetParam(), tokens, count, "( ");
     expectAgreementOnAll(GetParam(), tokens, count, "");

@@ -13,8 +13,10 @@
 
 #include "SchemaManager.h"
 #include "libschema/SchemaManagerTesting.h"
+#include "model/Ending.h"
 #include "model/ModelTesting.h"
 #include "model/RandomTexts.h"
+#include "model/Rendering.h"
 #include "model/Schema.h"
 #include "support/Child.h"
 #include "support/ContractLeaks.h"
@@ -22,9 +24,6 @@
 #include "support/TraceRecorder.h"
 
 namespace {
-
-// Ends all readings that the end of a file keeps from ending.
-constexpr char kFileTail[] = "\n  DESC DESC 'd' ACCESS-CLASS c ) )\n";
 
 constexpr unsigned int kMasks[] = {0,
                                    0,
@@ -39,37 +38,6 @@ struct Counts {
   std::size_t endless = 0;
   std::size_t stillRunning = 0;
 };
-
-template <class Table, class Pointed>
-std::string tableText(const char *label, const Table &table,
-                      const Pointed &pointed) {
-  std::string text;
-  for (const auto &[key, definition] : table) {
-    text += std::string(label) + " [" + key +
-            "]: " + fieldsOf(pointed(definition)) + "\n";
-  }
-  return text;
-}
-
-std::string tablesOf(const SchemaManager &schema) {
-  const auto at = [](auto *definition) -> const auto & { return *definition; };
-  return tableText("type", schema.attributeTypes(), at) +
-         tableText("type by OID", schema.attributeTypesByOid(), at) +
-         tableText("class", schema.objectClasses(), at) +
-         tableText("class by OID", schema.objectClassesByOid(), at) +
-         tableText("storage", schema.storageDefinitions(), at);
-}
-
-std::string tablesOf(const model::Schema &schema) {
-  const auto itself = [](const auto &definition) -> const auto & {
-    return definition;
-  };
-  return tableText("type", schema.types, itself) +
-         tableText("type by OID", schema.typesByOid, itself) +
-         tableText("class", schema.classes, itself) +
-         tableText("class by OID", schema.classesByOid, itself) +
-         tableText("storage", schema.storage, itself);
-}
 
 // One case: a directory of random files, a schema and its model.
 class Case {
@@ -115,35 +83,19 @@ class Case {
                                 "V3.modifiedschema", "V3.modifiedschema"});
   }
 
-  // The text, or one much like it whose reading ends.
-  std::string endingFile(std::string text) {
+  // A text whose reading ends, made of any text.
+  std::string endingFile(const std::string &text) {
     ++m_counts->files;
-    if (ends(text)) {
-      return text;
+    const std::string ending = model::endingFile(text);
+    EXPECT_TRUE(model::fileEnds(ending)) << testing::PrintToString(text);
+    if (ending != text) {
+      ++m_counts->endless;
+      if (m_counts->stillRunning < 2) {
+        ++m_counts->stillRunning;
+        expectNoEnd(text);
+      }
     }
-    ++m_counts->endless;
-    if (m_counts->stillRunning < 2) {
-      ++m_counts->stillRunning;
-      expectNoEnd(text);
-    }
-    for (std::size_t at; (at = text.find("COLLECTIVE")) != std::string::npos;) {
-      text.replace(at, 10, "OBSOLETE");
-    }
-    if (!ends(text)) {
-      text += kFileTail;
-    }
-    EXPECT_TRUE(ends(text)) << testing::PrintToString(text);
-    return text;
-  }
-
-  static bool ends(const std::string &text) {
-    model::Trace untraced;
-    try {
-      model::Schema(&untraced).readFile({{"V3.user.at", text}}, "V3.user.at");
-    } catch (const model::Endless &) {
-      return false;
-    }
-    return true;
+    return ending;
   }
 
   static void expectNoEnd(const std::string &text) {
@@ -208,7 +160,7 @@ class Case {
   void applyList(Operation operation, ModelOperation modelOperation) {
     const std::string path = m_directory.string() + "/list";
     std::string list = m_texts.list();
-    if (!listEnds(list)) {
+    if (!model::listEnds(list)) {
       ++m_counts->endless;
       list += '\n';
     }
@@ -222,16 +174,6 @@ class Case {
           return (m_model.*modelOperation)(there ? &list : nullptr, path);
         },
         [&] { return (m_schema.*operation)(path); });
-  }
-
-  static bool listEnds(const std::string &list) {
-    model::Trace untraced;
-    try {
-      model::Schema(&untraced).readExcludedOids(&list, "");
-    } catch (const model::Endless &) {
-      return false;
-    }
-    return true;
   }
 
   // Runs an operation on both, and compares all that it leaves behind.
