@@ -1,7 +1,6 @@
 #include "Input.h"
 
 #include <cstddef>
-#include <cstdlib>
 
 namespace {
 
@@ -39,7 +38,10 @@ void Input::begin(char letter, std::string_view line, std::string **file) {
   } else if (letter == 'y') {
     *file = &modifiedOids;
   } else if (letter == 'o') {
-    options = static_cast<unsigned int>(
-        std::strtoul(std::string(line).c_str(), nullptr, 10));
+    for (const char c : line) {
+      if (c >= '0' && c <= '9') {
+        options += c;
+      }
+    }
   }
 }

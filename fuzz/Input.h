@@ -13,7 +13,7 @@
 //   %A to %I    those of the new one
 //   %x          the list of excluded OIDs
 //   %y          that of modified ones
-//   %o          options: a number, on the same line
+//   %o          options: digits, on the same line
 //
 // What stands before the first such line is V3.user.at of the old directory.
 struct Input {
@@ -23,7 +23,7 @@ struct Input {
   std::map<std::string, std::string> newFiles;
   std::string excludedOids;
   std::string modifiedOids;
-  unsigned int options = 0;
+  std::string options;
 
  private:
   void begin(char letter, std::string_view line, std::string **file);

@@ -98,8 +98,10 @@ void fuzzPlan(std::string_view text) {
   const schemaplan::Installation newInstallation{*release.directory,
                                                  release.view};
   schemaplan::Rules rules;
-  rules.preference = static_cast<schemaplan::Preference>(input.options % 2);
-  rules.leaveOut = (input.options & 2U) != 0;
+  rules.preference = input.options.find('1') != std::string::npos
+                         ? schemaplan::Preference::kNew
+                         : schemaplan::Preference::kOld;
+  rules.leaveOut = input.options.find('2') != std::string::npos;
   const schemaplan::Plan plan =
       makePlan(oldInstallation, newInstallation, nullptr, rules);
 

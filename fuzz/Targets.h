@@ -15,7 +15,8 @@ void fuzzDefinition(std::string_view input);
 // A directory (see Input.h) read, written, and read again.
 void fuzzSchema(std::string_view input);
 
-// Two directories read, compared, merged, checked and destroyed.
+// Two directories read, and then what the options say, in their order; after
+// that the schemas are written and destroyed.
 void fuzzTwoSchemas(std::string_view input);
 
 // A list of OIDs, as one of excluded and one of modified definitions.
