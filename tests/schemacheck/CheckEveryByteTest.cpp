@@ -5,27 +5,20 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "DirectoryCheck.h"
 #include "SchemaManager.h"
+#include "schemacheck/Agreement.h"
 #include "support/ContractLeaks.h"
 #include "support/TemporaryDirectory.h"
 
 using schemacheck::checkDirectory;
-using schemacheck::Clause;
-using schemacheck::Code;
-using schemacheck::Field;
-using schemacheck::fieldsOf;
 using schemacheck::Finding;
-using schemacheck::Kind;
-using schemacheck::Position;
 using schemacheck::SchemaDirectory;
 using schemacheck::Severity;
-using schemacheck::Statement;
 
 namespace {
 
@@ -57,54 +50,6 @@ bool hasError(const std::vector<Finding> &findings) {
                      });
 }
 
-// The fields of a definition that a warning names as dropped or respelt.
-std::set<std::string> namedFields(const Statement &statement,
-                                  const std::vector<Finding> &findings) {
-  std::set<std::string> names;
-  for (const Finding &finding : findings) {
-    if (finding.file != statement.file->text.name() ||
-        (finding.code != Code::kRuleByName &&
-         finding.code != Code::kSuperiorByName &&
-         finding.code != Code::kSuperiorByNumber &&
-         finding.code != Code::kSpelling)) {
-      continue;
-    }
-    for (const Clause &clause : statement.definition->clauses) {
-      const Position begin = statement.file->text.position(clause.span.begin);
-      const Position end = statement.file->text.position(clause.span.end);
-      if (std::pair(begin.line, begin.column) <=
-              std::pair(finding.line, finding.column) &&
-          std::pair(finding.line, finding.column) <
-              std::pair(end.line, end.column)) {
-        names.emplace(clause.keyword);
-      }
-    }
-  }
-  return names;
-}
-
-// The fields of the definition that the manager holds under the key; none when
-// it holds none.
-template <class Definition>
-std::vector<Field> held(const std::map<std::string, Definition *> &table,
-                        const std::string &key) {
-  const auto found = table.find(key);
-  return found == table.end() ? std::vector<Field>() : fieldsOf(*found->second);
-}
-
-std::vector<Field> held(const SchemaManager &schema,
-                        const Statement &statement) {
-  switch (statement.definition->kind) {
-    case Kind::kAttributeType:
-      return held(schema.attributeTypes(), statement.key());
-    case Kind::kObjectClass:
-      return held(schema.objectClasses(), statement.key());
-    case Kind::kStorage:
-      break;
-  }
-  return held(schema.storageDefinitions(), statement.key());
-}
-
 class CheckEveryByteTest : public testing::Test {
  protected:
   // As a new file: the old one's blocks need not be waited for then.
@@ -134,22 +79,7 @@ class CheckEveryByteTest : public testing::Test {
     for (const auto &[name, text] : kClean) {
       ASSERT_EQ(schema.readFile(name), 0U);
     }
-    std::set<std::pair<Kind, std::string>> keys;
-    for (const Statement &statement : directory.statements()) {
-      keys.emplace(statement.definition->kind, statement.key());
-      const std::vector<Field> fields = held(schema, statement);
-      const std::vector<Field> stated = statement.fields();
-      ASSERT_EQ(fields.size(), stated.size());
-      const std::set<std::string> named = namedFields(statement, findings);
-      for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (named.count(fields[i].name) == 0) {
-          EXPECT_EQ(fields[i].values, stated[i].values) << fields[i].name;
-        }
-      }
-    }
-    EXPECT_EQ(schema.attributeTypes().size() + schema.objectClasses().size() +
-                  schema.storageDefinitions().size(),
-              keys.size());
+    EXPECT_EQ(disagreement(directory, findings, schema), "");
   }
 
   TemporaryDirectory m_directory;

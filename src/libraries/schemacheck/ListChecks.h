@@ -24,8 +24,8 @@ struct OidList {
 // Reads a list of OIDs, which are words between white space; a word with a "#"
 // in it begins a comment, up to the end of the line. Looks for what the library
 // would lose of it, for words that are no OIDs, and for OIDs that are listed
-// twice or that nothing in the directories has. Larger files than `sizeLimit`
-// bytes are not read.
+// twice or that nothing in the directories has. Files with a zero byte, and
+// larger ones than `sizeLimit` bytes, are not read; a finding says so.
 OidList checkOidList(const std::filesystem::path &path,
                      const std::vector<const SchemaDirectory *> &directories,
                      std::uintmax_t sizeLimit = SchemaDirectory::kDefaultLimit);

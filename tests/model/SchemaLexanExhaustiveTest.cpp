@@ -1,18 +1,23 @@
-// The analyser against a second one that is slow and obvious, on texts of every
-// kind, and on files larger than any buffer.
+// The analyser against the model, on every short text of the characters that
+// matter, on random texts, and on files larger than any buffer.
+//
+// The environment variable MODEL_TEST_LENGTH sets how many pieces the short
+// texts have at most, RANDOM_TEST_SEED and RANDOM_TEST_RUNS which random ones
+// there are.
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <filesystem>
 #include <initializer_list>
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "SchemaLexan.h"
 #include "libschema/SchemaLexanTesting.h"
+#include "model/ModelTesting.h"
+#include "model/Scanner.h"
+#include "model/Trace.h"
 #include "support/TemporaryDirectory.h"
 
 namespace {
@@ -20,8 +25,6 @@ namespace {
 const std::string kDigits = "0123456789";
 const std::string kLetters =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-const std::string kInWord = kLetters + kDigits + "_-\t";
-const std::string kInString = kInWord + " !\"#$%&()*+,./:;<=>?@[\\]^`{|}~";
 
 // What can be seen of an analyser after a call of lexan().
 std::string state(int code, int current, int index, int line,
@@ -30,120 +33,6 @@ std::string state(int code, int current, int index, int line,
          " index " + std::to_string(index) + " line " + std::to_string(line) +
          " \"" + text + "\"\n";
 }
-
-// Takes tokens from a text that it has in memory.
-class SlowLexan {
- public:
-  explicit SlowLexan(const std::string &text) : m_text(text) {}
-
-  std::string next() {
-    const int code = lexan();
-    std::string text;
-    m_table.getValue(m_index, text);
-    return state(code, m_current, m_index, m_line, text);
-  }
-
- private:
-  int lexan() {
-    skipLayout();
-    if (m_at == m_text.size()) {
-      m_index = -1;
-      return TOK_DONE;
-    }
-    const char c = m_text[m_at];
-    if (isOneOf(c, kDigits)) {
-      return number();
-    }
-    if (isOneOf(c, kLetters) || c == '-') {
-      return word(m_at, endOf(kInWord, m_at), 0);
-    }
-    if (c == '\'') {
-      return word(m_at + 1, endOf(kInString, m_at + 1), 1);
-    }
-    ++m_at;
-    m_index = -1;
-    m_current = static_cast<unsigned char>(c);
-    return m_current;
-  }
-
-  void skipLayout() {
-    for (; m_at < m_text.size() && isOneOf(m_text[m_at], " \t\n#"); ++m_at) {
-      if (m_text[m_at] == '#') {
-        m_at = m_text.find('\n', m_at);
-        ++m_line;
-        if (m_at == std::string::npos) {
-          m_at = m_text.size();
-          return;
-        }
-      } else if (m_text[m_at] == '\n') {
-        ++m_line;
-      }
-    }
-  }
-
-  int number() {
-    const std::size_t end = endOf(kDigits + ".", m_at);
-    const std::size_t behind = endOf(" ", end);
-    std::string word = m_text.substr(m_at, end - m_at);
-    if (behind == m_text.size() || m_text[behind] != '{') {
-      return resolve(word, TOK_NUMBER, behind);
-    }
-    const std::size_t close = endOf(kDigits, behind + 1);
-    const bool good = close > behind + 1 && m_text[close] == '}';
-    const std::size_t after = good ? close + 1 : close;
-    word += m_text.substr(behind, after - behind);
-    return resolve(word, good ? TOK_NUMBER_LEN : TOK_NUMBER_BAD, after);
-  }
-
-  // The word or string from `start` to `end`, with `closers` characters to drop
-  // behind it.
-  int word(std::size_t start, std::size_t end, std::size_t closers) {
-    std::string word = m_text.substr(start, end - start);
-    for (const auto &[alias, keyword] :
-         {std::pair{"objectClasses", "objectclasses"},
-          {"attributeTypes", "attributetypes"},
-          {"QORattributeTypes", "QORAttributetypes"}}) {
-      if (word == alias) {
-        word = keyword;
-      }
-    }
-    return resolve(word, TOK_ID, end + closers);
-  }
-
-  // Makes `word` the current token and goes on at `next`; there must be a
-  // character at that place.
-  int resolve(const std::string &word, int code, std::size_t next) {
-    if (next >= m_text.size()) {
-      m_at = m_text.size();
-      return TOK_DONE;
-    }
-    m_at = next;
-    m_index = m_table.lookUpValue(word);
-    if (m_index == -1) {
-      m_table.removeValue(25);
-      m_index = m_table.insertValue(word, code, false);
-    }
-    m_current = m_table.getTokenValue(m_index);
-    return m_current;
-  }
-
-  static bool isOneOf(char c, const std::string &characters) {
-    return characters.find(c) != std::string::npos;
-  }
-
-  // The end of the run of `characters` that starts at `at`.
-  std::size_t endOf(const std::string &characters, std::size_t at) const {
-    const std::size_t end = m_text.find_first_not_of(characters, at);
-    return end == std::string::npos ? m_text.size() : end;
-  }
-
-  const std::string m_text;
-  std::size_t m_at = 0;
-  SchemaSymbolTable m_table;
-  int m_index = -1;
-  int m_current = -1;
-  int m_line = 1;
-};
 
 std::string times(std::size_t count, const std::string &text) {
   std::string all;
@@ -173,7 +62,8 @@ class SchemaLexanExhaustiveTest : public testing::Test {
   void expectAgreement(const std::string &text) const {
     write(text);
     SchemaLexan lexan(m_directory.string(), "text");
-    SlowLexan slow(text);
+    model::Trace untraced;
+    model::Scanner model(text, &untraced);
     std::string actual;
     std::string expected;
     std::size_t calls = 0;
@@ -186,7 +76,9 @@ class SchemaLexanExhaustiveTest : public testing::Test {
       lexan.getStringValue(lexan.getTokenValIndex(), word);
       actual += state(code, lexan.getCurrentToken(), lexan.getTokenValIndex(),
                       lexan.getLineNumber(), word);
-      expected += slow.next();
+      const int expectedCode = model.lexan();
+      expected += state(expectedCode, model.current(), model.index(),
+                        model.line(), model.text());
       ends += code == TOK_DONE ? 1 : 0;
     }
     ASSERT_EQ(actual, expected) << "text: " << testing::PrintToString(text);
@@ -244,15 +136,15 @@ TEST_F(SchemaLexanExhaustiveTest, EachByteInEachSurrounding) {
   }
 }
 
-TEST_F(SchemaLexanExhaustiveTest, EverySequenceOfFourPieces) {
+TEST_F(SchemaLexanExhaustiveTest, EveryShortText) {
   const std::vector<std::string> pieces = {"a", "1", "'", "{",  "}",
                                            " ", "#", ")", "\n", "\t"};
-  for (std::size_t count = 0; count <= 4; ++count) {
+  const std::size_t longest = setting("MODEL_TEST_LENGTH", 4);
+  for (std::size_t count = 0; count <= longest; ++count) {
     expectAgreementOnAll(pieces, count);
   }
 }
 
-// Another seed, of the environment variable TEST_SEED, gives other texts.
 TEST_F(SchemaLexanExhaustiveTest, RandomTexts) {
   const std::vector<std::string> pieces = {"a",
                                            "b",
@@ -286,11 +178,10 @@ TEST_F(SchemaLexanExhaustiveTest, RandomTexts) {
                                            "\r",
                                            "\xe9",
                                            std::string(1, '\0')};
-  const char *seed = std::getenv("TEST_SEED");
-  std::mt19937 random(
-      seed == nullptr ? 1U
-                      : static_cast<unsigned>(std::strtoul(seed, nullptr, 10)));
-  for (int count = 0; count < 3000 && !HasFatalFailure(); ++count) {
+  const RandomCases cases;
+  for (unsigned int i = 0; i < cases.runs && !HasFatalFailure(); ++i) {
+    SCOPED_TRACE("RANDOM_TEST_SEED=" + std::to_string(cases.seed + i));
+    std::mt19937 random(cases.seed + i);
     std::string text;
     for (std::size_t length = random() % 40; length > 0; --length) {
       text += pieces[random() % pieces.size()];
