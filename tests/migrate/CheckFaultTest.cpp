@@ -23,7 +23,7 @@ class CheckFaultTest : public FaultTest {
     });
     EXPECT_EQ(result.error, "");
     const bool isSound = result.out == "0 errors, 0 warnings\n";
-    EXPECT_EQ(result.status, isSound ? 0 : 1);
+    EXPECT_EQ(result.status, isSound ? kDone : kFileError);
     return isSound ? "as ever" : result.out;
   }
 };

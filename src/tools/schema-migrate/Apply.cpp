@@ -134,17 +134,16 @@ std::string asInOutput(std::string text, const fs::path &working,
   return text;
 }
 
-// The path of what lies beside a directory, relative if that is; the directory
-// may be a link to elsewhere.
-fs::path besideAsGiven(const fs::path &directory, const std::string &name) {
+// Where the directory lies, relative if its path is; it may be a link to
+// elsewhere.
+fs::path parentAsGiven(const fs::path &directory) {
   const fs::path parent =
       (directory.has_filename() ? directory : directory.parent_path())
           .parent_path();
   const fs::path real = resolve(directory).parent_path();
   std::error_code ignored;
-  return (fs::equivalent(parent.empty() ? "." : parent, real, ignored) ? parent
-                                                                       : real) /
-         name;
+  return fs::equivalent(parent.empty() ? "." : parent, real, ignored) ? parent
+                                                                      : real;
 }
 
 // Says what the directory is made from.
@@ -243,6 +242,7 @@ ApplyResult apply(const ApplyOptions &options) {
   carrying.withdraw();
   result.withdrawals = carrying.withdrawals();
 
+  const fs::path parent = parentAsGiven(options.outDirectory);
   OutputDirectory out(options.outDirectory, options.existing);
   const fs::path working = out.working();
   warn(out.notes());
@@ -254,7 +254,7 @@ ApplyResult apply(const ApplyOptions &options) {
                   asInOutput(trouble.what(), working, options.outDirectory));
   }
   if (!out.backup().empty()) {
-    result.backup = besideAsGiven(options.outDirectory, out.backup()).string();
+    result.backup = (parent / out.backup()).string();
   }
   return result;
 }

@@ -38,7 +38,7 @@ struct ApplyResult {
   // What became of the OIDs of the list of modified ones.
   std::vector<Withdrawal> withdrawals;
   // Whether there was anything to do.
-  bool changesAnything = false;
+  bool changesAnything = true;
   // Where the directory is that was replaced, and the names of files that were
   // copied from it; empty if none was.
   std::string backup = {};
