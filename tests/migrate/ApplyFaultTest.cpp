@@ -226,7 +226,7 @@ TEST_F(ApplyFaultTest, WithoutAnExchangeNothingIsReplaced) {
 
 // The second time that a stream tries to write what it holds fails, too.
 TEST_F(ApplyFaultTest, NoRoom) {
-  for (const char *call : {"fsync", "mkdir", "renameat2"}) {
+  for (const char *call : {"fsync", "mkdir", "rename", "renameat2"}) {
     sweep(call, "ENOSPC");
   }
   sweep("write", "ENOSPC", 1);
@@ -234,7 +234,7 @@ TEST_F(ApplyFaultTest, NoRoom) {
 }
 
 TEST_F(ApplyFaultTest, NoQuota) {
-  for (const char *call : {"fsync", "mkdir", "renameat2"}) {
+  for (const char *call : {"fsync", "mkdir", "rename", "renameat2"}) {
     sweep(call, "EDQUOT");
   }
   sweep("write", "EDQUOT", 1);
