@@ -166,7 +166,11 @@ class FileCheck {
       return "a carriage return";
     }
     // Where it is none to the grammar, either, the reading has a fault there.
-    return faultFrom(section.keyword.begin)->found;
+    const auto fault = faultFrom(section.keyword.begin);
+    if (fault == m_file.reading.faults.end()) {
+      return "something else";
+    }
+    return fault->found;
   }
 
   // Reports the sections before `offset`, which the library has not noticed.
