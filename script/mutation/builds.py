@@ -61,7 +61,7 @@ class Build:
     def make(self, checkout, jobs):
         subprocess.run(
             ["cmake", "-S", checkout, "-B", self._folder, "-G", "Ninja",
-             f"-DCMAKE_CXX_COMPILER={_COMPILER}", "-DCMAKE_BUILD_TYPE=",
+             f"-DCMAKE_CXX_COMPILER={_COMPILER}", "-DCMAKE_BUILD_TYPE=None",
              f"-DCMAKE_CXX_FLAGS=-O0 {' '.join(self._flags)}",
              "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON"],
             check=True, stdout=subprocess.DEVNULL)

@@ -114,12 +114,15 @@ class Suite:
             return None
         shutil.rmtree(worker / "tmp", ignore_errors=True)
         os.makedirs(worker / "tmp")
-        return ("timed out: " if timed_out else "") + _last_test(written)
+        prefix = "timed out: " if timed_out else ""
+        return prefix + _noticer(written, path.name)
 
 
-def _last_test(written):
+def _noticer(written, executable):
     """The test that failed, or that was running at the end."""
     text = written.read_bytes()[-1000000:].decode(errors="replace")
     names = re.findall(r"^\[ RUN      \] (\S+)$", text, re.M)
     failed = re.findall(r"^\[  FAILED  \] (\S+?),? ", text, re.M)
-    return (failed or names[-1:] or ["the start of the tests"])[0]
+    if not failed and "detected memory leaks" in text:
+        return f"the leak check of {executable}"
+    return (failed or names[-1:] or [f"the start of {executable}"])[0]
