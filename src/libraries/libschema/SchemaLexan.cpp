@@ -100,7 +100,6 @@ SchemaLexan::SchemaLexan(std::string workingDir, std::string fileName)
       m_line_num(1),
       m_workingdir(std::move(workingDir)) {
   m_infile.open(m_workingdir + "/" + fileName);  // sets failbit if it fails
-  m_infile.unsetf(std::ios::skipws);
   m_symtable = new SchemaSymbolTable;
   m_insertindex = m_symtable->getTableSize();
   m_filename = std::move(fileName);

@@ -186,7 +186,7 @@ class SchemaLexan : public Clex_analyzer {
   SchemaSymbolTable *m_symtable;  // owned; the keywords and one scanned entry
   std::string m_filename;         // as given to the constructor
   int m_tokenvalindex;            // the current token's entry, or -1
-  std::ifstream m_infile;         // does not skip white space
+  std::ifstream m_infile;         // read through its buffer only
   int m_lookahead;                // the current token's code
   int m_line_num;                 // the line reached, from 1
   int m_insertindex;              // where the scanned entry is, or will be
