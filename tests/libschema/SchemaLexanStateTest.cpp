@@ -218,6 +218,11 @@ TEST_F(SchemaLexanStateTest, ReadsFromAnotherSourceFromThereOn) {
   lexan.readFrom(&source);
   EXPECT_EQ(allTokens(lexan), "1: TOK_NUMBER(2.5) ')' TOK_DONE");
   EXPECT_EQ(lexan.position(), 5);
+  std::stringbuf one("(");
+  lexan.readFrom(&one);
+  lexan.reposition(0, 1);
+  EXPECT_EQ(lexan.lexan(), '(');
+  EXPECT_EQ(lexan.position(), 1);
 }
 
 // A source that has one character at a time, and no buffer.
@@ -300,6 +305,15 @@ TEST_F(SchemaLexanStateTest, AsksForWhatTheSourceHasInPiecesOfAKilobyte) {
     EXPECT_EQ(allTokens(lexan), "1: ')' TOK_DONE");
     EXPECT_EQ(source.asked(), each.asked);
   }
+}
+
+TEST_F(SchemaLexanStateTest, ASourceThatCannotTellLeavesThePositionUnknown) {
+  PlacedLexan lexan("", "");
+  CountedSource source("( )", 3);
+  lexan.readFrom(&source);
+  EXPECT_EQ(lexan.position(), -1);
+  EXPECT_EQ(lexan.lexan(), '(');
+  EXPECT_EQ(lexan.position(), -1);
 }
 
 TEST_F(SchemaLexanStateTest, AClosedFileHasNoTokensAnyMore) {
