@@ -144,7 +144,8 @@ class Schemas {
     for (const Kind &kind : kKinds) {
       m_old.write(kind.file,
                   line(kind, 1, 1, "same") + line(kind, 2, 2, "mine") +
-                      line(kind, 3, 3, "mine") + line(kind, 14, 4, "mine"));
+                      line(kind, 3, 3, "mine") + line(kind, 14, 4, "mine") +
+                      line(kind, 15, 5, "mine"));
       m_release.write(kind.file, line(kind, 1, 1, "same") +
                                      line(kind, 2, 2, "theirs") +
                                      line(kind, 4, 4, "theirs") +
@@ -214,6 +215,15 @@ std::string ownedBy(const SchemaManager &schema) {
 std::size_t definitionBlocks() {
   return blocksOfSize[sizeof(Attribute)] + blocksOfSize[sizeof(ObjectClass)] +
          blocksOfSize[sizeof(QORAttribute)];
+}
+
+template <class Table>
+std::set<const QORSchema *> definitionsIn(const Table &table) {
+  std::set<const QORSchema *> definitions;
+  for (const auto &entry : table) {
+    definitions.insert(entry.second);
+  }
+  return definitions;
 }
 
 // How many definitions the tables lead to.
@@ -309,6 +319,30 @@ TEST(AllocationFailureTest, Comparison) {
 
 TEST(AllocationFailureTest, Merge) {
   failEachAllocation(Schemas(), merge, ownedByRelease);
+}
+
+TEST(AllocationFailureTest, AMergeAddsUnderBothKeysOrNeither) {
+  std::string text;
+  for (int number = 1; number < 4; ++number) {
+    text += line(kKinds[0], number, number, "x") +
+            line(kKinds[1], number, number, "x");
+  }
+  bool thrown = true;
+  for (std::size_t n = 1; thrown && !HasFailure(); ++n) {
+    SCOPED_TRACE(n);
+    const Schema old = makeSchema({{"V3.user.at", text}});
+    const Schema release = makeSchema({{"V3.user.at", ""}});
+    failsAt(
+        n, false, [&] { release->mergeSchemas(old.get()); }, &thrown);
+    EXPECT_EQ(definitionsIn(release->attributeTypes()),
+              definitionsIn(release->attributeTypesByOid()));
+    EXPECT_EQ(definitionsIn(release->objectClasses()),
+              definitionsIn(release->objectClassesByOid()));
+    EXPECT_EQ(definitionsIn(old->attributeTypes()),
+              definitionsIn(old->attributeTypesByOid()));
+    EXPECT_EQ(definitionsIn(old->objectClasses()),
+              definitionsIn(old->objectClassesByOid()));
+  }
 }
 
 TEST(AllocationFailureTest, MergeAfterComparison) {
@@ -502,6 +536,26 @@ TEST(AllocationFailureTest, DefinitionsAreReleasedAtOnce) {
   EXPECT_EQ(made(), (Counts{3, 3, 0}));
   EXPECT_EQ(release->compSchemas(release.get()), 1U);
   EXPECT_EQ(made(), (Counts{2, 2, 0}));
+
+  // The second of an OID, which its name leads to, gives way to a namesake.
+  const char file[] = "V3.user.at";
+  const auto both = [](int oid, int name) {
+    return line(kKinds[0], oid, name, "x") + line(kKinds[1], oid, name, "x");
+  };
+  const auto twice = makeSchema({{file, both(5, 5) + both(5, 6)}});
+  const auto namesakes = makeSchema({{file, both(7, 6)}});
+  EXPECT_EQ(made(), (Counts{5, 5, 0}));
+  EXPECT_EQ(twice->mergeSchemas(namesakes.get()), 1U);
+  EXPECT_EQ(made(), (Counts{4, 4, 0}));
+
+  // The first one goes with it if nothing but the OID leads to it.
+  const auto nameless = makeSchema({{file, both(5, 5) + both(5, 6)}});
+  const auto first = makeSchema({{file, both(5, 5)}});
+  EXPECT_EQ(nameless->compSchemas(first.get()), 1U);
+  const auto others = makeSchema({{file, both(7, 6)}});
+  EXPECT_EQ(made(), (Counts{8, 8, 0}));
+  EXPECT_EQ(nameless->mergeSchemas(others.get()), 1U);
+  EXPECT_EQ(made(), (Counts{6, 6, 0}));
 }
 
 }  // namespace
