@@ -98,7 +98,8 @@ class Build:
                 if not self._compile(command, worker, objects[made],
                                      self._precompiled):
                     return False
-        (worker / "libschema.so").unlink(missing_ok=True)
+        for left in ("libschema.so", *self._tests):
+            (worker / left).unlink(missing_ok=True)
         if objects:
             self._link_library(objects, worker / "libschema.so")
         return True
@@ -109,10 +110,11 @@ class Build:
         command = self._tests[test]
         if file not in self._needs[self._object(command)]:
             return self._folder / test
-        made = worker / (test + ".o")
-        if not self._compile(command, worker, made, []):
-            return None
-        self._link_test(made, worker / test)
+        if not (worker / test).exists():
+            made = worker / (test + ".o")
+            if not self._compile(command, worker, made, []):
+                return None
+            self._link_test(made, worker / test)
         return worker / test
 
     def _read_commands(self, checkout):

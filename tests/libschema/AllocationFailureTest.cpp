@@ -556,6 +556,14 @@ TEST(AllocationFailureTest, DefinitionsAreReleasedAtOnce) {
   EXPECT_EQ(made(), (Counts{8, 8, 0}));
   EXPECT_EQ(nameless->mergeSchemas(others.get()), 1U);
   EXPECT_EQ(made(), (Counts{6, 6, 0}));
+
+  // So does one that the OID of a definition that moves has led to.
+  const auto moved = makeSchema({{file, both(5, 5) + both(5, 6)}});
+  EXPECT_EQ(moved->compSchemas(first.get()), 1U);
+  const auto target = makeSchema({{file, both(5, 6)}});
+  EXPECT_EQ(made(), (Counts{9, 9, 0}));
+  EXPECT_EQ(target->mergeSchemas(moved.get()), 1U);
+  EXPECT_EQ(made(), (Counts{7, 7, 0}));
 }
 
 }  // namespace
