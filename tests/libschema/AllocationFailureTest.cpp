@@ -18,6 +18,7 @@
 #include "Attribute.h"
 #include "ObjectClass.h"
 #include "QORAttribute.h"
+#include "SchemaLexan.h"
 #include "SchemaManager.h"
 #include "SchemaManagerMergeTesting.h"
 #include "SchemaManagerTesting.h"
@@ -384,6 +385,22 @@ TEST(AllocationFailureTest, NothingElseIsAsLargeAsADefinition) {
   SchemaManager schema(directory.string());
   EXPECT_EQ(leaksAnalyser([&] { return schema.readFile("V3.user.at"); }), 1U);
   EXPECT_EQ(definitionBlocks(), blocks);
+}
+
+TEST(AllocationFailureTest, TheAnalyserOfAFileThatIsNotReadToItsEndStays) {
+  const TemporaryDirectory directory;
+  directory.write("V3.user.at", "attributetypes nothing more\n");
+  directory.write("V3.user.oc", "");
+  const std::size_t &analysers = blocksOfSize[sizeof(SchemaLexan)];
+  const std::size_t before = analysers;
+  {
+    SchemaManager schema(directory.string());
+    EXPECT_EQ(schema.readFile("V3.user.oc"), 0U);
+    EXPECT_EQ(analysers, before);
+    EXPECT_EQ(leaksAnalyser([&] { return schema.readFile("V3.user.at"); }), 1U);
+    EXPECT_EQ(analysers, before + 1);
+  }
+  EXPECT_EQ(analysers, before + 1);
 }
 
 // Only the analyser stays behind, as it does whenever a file is not read to
