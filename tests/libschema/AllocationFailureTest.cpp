@@ -403,6 +403,27 @@ TEST(AllocationFailureTest, TheAnalyserOfAFileThatIsNotReadToItsEndStays) {
   EXPECT_EQ(analysers, before + 1);
 }
 
+TEST(AllocationFailureTest, DefinitionsThatAreFiledNowhereStay) {
+  for (const char *text : {
+           "attributetypes=( 1.1 NAME 'a' DESC 'x'",      // cut off
+           "attributetypes { ( NAME 'a' DESC 'x' ) }\n",  // no OID
+           "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+           "attributetypes=( 1.2 NAME 'a' DESC 'x' )\n",  // the key is taken
+       }) {
+    SCOPED_TRACE(text);
+    const TemporaryDirectory directory;
+    directory.write("V3.user.at", text);
+    const std::size_t before = definitionBlocks();
+    leaksAnalyser([&] {
+      return leaksDefinitions([&] {
+        SchemaManager schema(directory.string());
+        return schema.readFile("V3.user.at");
+      });
+    });
+    EXPECT_EQ(definitionBlocks(), before + 1);
+  }
+}
+
 // Only the analyser stays behind, as it does whenever a file is not read to
 // its end.
 TEST(AllocationFailureTest, Reading) {

@@ -284,7 +284,6 @@ unsigned int SchemaManager::writeSet(const OidSet &oids,
       storage->second->dump(out);
     }
   }
-  out.close();
   return trace.result(0U);
 }
 
