@@ -187,8 +187,8 @@ class Build:
             [_COMPILER, *self._flags, test_object,
              "-L", self._folder / "tests", "-L", self.library_path().parent,
              "-L", self._folder / "src/platform", "-ltest_support", "-lschema",
-             "-lschema-platform", "-lgmock_main", "-lgmock", "-lgtest", "-o", made],
-            check=True)
+             "-lschema-platform", "-lgmock_main", "-lgmock", "-lgtest",
+             "-o", made], check=True)
 
 
 def prepare_worker(checkout, worker):
