@@ -18,6 +18,7 @@
 #include "Attribute.h"
 #include "ObjectClass.h"
 #include "QORAttribute.h"
+#include "SchemaLexan.h"
 #include "SchemaManager.h"
 #include "SchemaManagerMergeTesting.h"
 #include "SchemaManagerTesting.h"
@@ -152,6 +153,7 @@ class Schemas {
           kind.file,
           line(kind, 1, 1, "same") + line(kind, 2, 2, "mine") +
               line(kind, 3, 3, "mine") + line(kind, 14, 4, "mine") +
+              line(kind, 15, 5, "mine") +
               (oidIsShared && !kind.isStorage() ? twoOfOneOid(kind) : ""));
       m_release.write(kind.file, line(kind, 1, 1, "same") +
                                      line(kind, 2, 2, "theirs") +
@@ -222,6 +224,15 @@ std::string ownedBy(const SchemaManager &schema) {
 std::size_t definitionBlocks() {
   return blocksOfSize[sizeof(Attribute)] + blocksOfSize[sizeof(ObjectClass)] +
          blocksOfSize[sizeof(QORAttribute)];
+}
+
+template <class Table>
+std::set<const QORSchema *> definitionsIn(const Table &table) {
+  std::set<const QORSchema *> definitions;
+  for (const auto &entry : table) {
+    definitions.insert(entry.second);
+  }
+  return definitions;
 }
 
 // How many definitions the tables lead to.
@@ -323,6 +334,30 @@ TEST(AllocationFailureTest, MergeOfTwoWithOneOid) {
   failEachAllocation(Schemas(nullptr, true), merge, ownedByRelease);
 }
 
+TEST(AllocationFailureTest, AMergeAddsUnderBothKeysOrNeither) {
+  std::string text;
+  for (int number = 1; number < 4; ++number) {
+    text += line(kKinds[0], number, number, "x") +
+            line(kKinds[1], number, number, "x");
+  }
+  bool thrown = true;
+  for (std::size_t n = 1; thrown && !HasFailure(); ++n) {
+    SCOPED_TRACE(n);
+    const Schema old = makeSchema({{"V3.user.at", text}});
+    const Schema release = makeSchema({{"V3.user.at", ""}});
+    failsAt(
+        n, false, [&] { release->mergeSchemas(old.get()); }, &thrown);
+    EXPECT_EQ(definitionsIn(release->attributeTypes()),
+              definitionsIn(release->attributeTypesByOid()));
+    EXPECT_EQ(definitionsIn(release->objectClasses()),
+              definitionsIn(release->objectClassesByOid()));
+    EXPECT_EQ(definitionsIn(old->attributeTypes()),
+              definitionsIn(old->attributeTypesByOid()));
+    EXPECT_EQ(definitionsIn(old->objectClasses()),
+              definitionsIn(old->objectClassesByOid()));
+  }
+}
+
 TEST(AllocationFailureTest, MergeAfterComparison) {
   failEachAllocation(
       Schemas(),
@@ -362,6 +397,43 @@ TEST(AllocationFailureTest, NothingElseIsAsLargeAsADefinition) {
   SchemaManager schema(directory.string());
   EXPECT_EQ(leaksAnalyser([&] { return schema.readFile("V3.user.at"); }), 1U);
   EXPECT_EQ(definitionBlocks(), blocks);
+}
+
+TEST(AllocationFailureTest, TheAnalyserOfAFileThatIsNotReadToItsEndStays) {
+  const TemporaryDirectory directory;
+  directory.write("V3.user.at", "attributetypes nothing more\n");
+  directory.write("V3.user.oc", "");
+  const std::size_t &analysers = blocksOfSize[sizeof(SchemaLexan)];
+  const std::size_t before = analysers;
+  {
+    SchemaManager schema(directory.string());
+    EXPECT_EQ(schema.readFile("V3.user.oc"), 0U);
+    EXPECT_EQ(analysers, before);
+    EXPECT_EQ(leaksAnalyser([&] { return schema.readFile("V3.user.at"); }), 1U);
+    EXPECT_EQ(analysers, before + 1);
+  }
+  EXPECT_EQ(analysers, before + 1);
+}
+
+TEST(AllocationFailureTest, DefinitionsThatAreFiledNowhereStay) {
+  for (const char *text : {
+           "attributetypes=( 1.1 NAME 'a' DESC 'x'",      // cut off
+           "attributetypes { ( NAME 'a' DESC 'x' ) }\n",  // no OID
+           "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
+           "attributetypes=( 1.2 NAME 'a' DESC 'x' )\n",  // the key is taken
+       }) {
+    SCOPED_TRACE(text);
+    const TemporaryDirectory directory;
+    directory.write("V3.user.at", text);
+    const std::size_t before = definitionBlocks();
+    leaksAnalyser([&] {
+      return leaksDefinitions([&] {
+        SchemaManager schema(directory.string());
+        return schema.readFile("V3.user.at");
+      });
+    });
+    EXPECT_EQ(definitionBlocks(), before + 1);
+  }
 }
 
 // Only the analyser stays behind, as it does whenever a file is not read to
@@ -514,6 +586,34 @@ TEST(AllocationFailureTest, DefinitionsAreReleasedAtOnce) {
   EXPECT_EQ(made(), (Counts{3, 3, 0}));
   EXPECT_EQ(release->compSchemas(release.get()), 1U);
   EXPECT_EQ(made(), (Counts{2, 2, 0}));
+
+  // The second of an OID, which its name leads to, gives way to a namesake.
+  const char file[] = "V3.user.at";
+  const auto both = [](int oid, int name) {
+    return line(kKinds[0], oid, name, "x") + line(kKinds[1], oid, name, "x");
+  };
+  const auto twice = makeSchema({{file, both(5, 5) + both(5, 6)}});
+  const auto namesakes = makeSchema({{file, both(7, 6)}});
+  EXPECT_EQ(made(), (Counts{5, 5, 0}));
+  EXPECT_EQ(twice->mergeSchemas(namesakes.get()), 1U);
+  EXPECT_EQ(made(), (Counts{4, 4, 0}));
+
+  // The first one goes with it if nothing but the OID leads to it.
+  const auto nameless = makeSchema({{file, both(5, 5) + both(5, 6)}});
+  const auto first = makeSchema({{file, both(5, 5)}});
+  EXPECT_EQ(nameless->compSchemas(first.get()), 1U);
+  const auto others = makeSchema({{file, both(7, 6)}});
+  EXPECT_EQ(made(), (Counts{8, 8, 0}));
+  EXPECT_EQ(nameless->mergeSchemas(others.get()), 1U);
+  EXPECT_EQ(made(), (Counts{6, 6, 0}));
+
+  // So does one that the OID of a definition that moves has led to.
+  const auto moved = makeSchema({{file, both(5, 5) + both(5, 6)}});
+  EXPECT_EQ(moved->compSchemas(first.get()), 1U);
+  const auto target = makeSchema({{file, both(5, 6)}});
+  EXPECT_EQ(made(), (Counts{9, 9, 0}));
+  EXPECT_EQ(target->mergeSchemas(moved.get()), 1U);
+  EXPECT_EQ(made(), (Counts{7, 7, 0}));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <string>
 
@@ -59,6 +60,22 @@ TEST(AscendingSearchTest, AgreesWithTheTable) {
       }
       ASSERT_EQ(found(chosen(entries), chosen(keys)), expected);
     }
+  }
+}
+
+TEST(AscendingSearchTest, OtherEntriesThanTheOneFoundMayBeErased) {
+  for (const char *kept : {"a", "c", "f", "h"}) {
+    Table table;
+    for (const char *key : {"a", "b", "c", "d", "e", "f", "g", "h"}) {
+      table[key] = 1;
+    }
+    AscendingSearch search(&table);
+    const auto entry = search.find(kept);
+    ASSERT_NE(entry, table.end());
+    table.erase(table.begin(), entry);
+    table.erase(std::next(entry), table.end());
+    EXPECT_EQ(search.find(kept), entry);
+    EXPECT_EQ(search.find("z"), table.end());
   }
 }
 

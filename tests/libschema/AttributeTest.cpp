@@ -40,6 +40,7 @@ class SpecialAttribute : public Attribute {
  public:
   void setCollective() { m_collective = true; }
   void setSingleValue(int value) { m_singlevalue = value; }
+  int singleValue() const { return m_singlevalue; }
 };
 
 TEST(AttributeTest, ANewDefinitionIsEmpty) {
@@ -62,6 +63,32 @@ TEST(AttributeTest, ANewDefinitionIsEmpty) {
             "substr --> \n"
             "superior --> \n"
             "usage --> userApplications\n");
+}
+
+TEST(AttributeTest, FieldsAreReadWithoutACopy) {
+  const auto full = parsed<Attribute>(kFull);
+  EXPECT_EQ(full.oid(), "1.2");
+  EXPECT_EQ(full.names(), (std::vector<std::string>{"a", "b-1"}));
+  EXPECT_EQ(full.description(), "It is (a).");
+  EXPECT_EQ(full.superiors(), std::vector<std::string>{"1.3"});
+  EXPECT_TRUE(full.isObsolete());
+  EXPECT_EQ(full.equality(), "1.4");
+  EXPECT_EQ(full.ordering(), "1.5");
+  EXPECT_EQ(full.substr(), "1.6");
+  EXPECT_EQ(full.syntax(), "1.7{8}");
+  EXPECT_EQ(full.usage(), "dSAOperation");
+  EXPECT_TRUE(full.isSingleValue());
+  EXPECT_FALSE(full.isCollective());
+  EXPECT_FALSE(full.isUserModifiable());
+
+  SpecialAttribute collective;
+  EXPECT_EQ(collective.singleValue(), 1);
+  EXPECT_FALSE(collective.isObsolete());
+  EXPECT_FALSE(collective.isSingleValue());
+  EXPECT_FALSE(collective.isCollective());
+  EXPECT_TRUE(collective.isUserModifiable());
+  collective.setCollective();
+  EXPECT_TRUE(collective.isCollective());
 }
 
 TEST(AttributeTest, WritesEachPiece) {

@@ -58,6 +58,23 @@ TEST(ObjectClassTest, ANewDefinitionIsEmpty) {
             "\n\n");
 }
 
+TEST(ObjectClassTest, FieldsAreReadWithoutACopy) {
+  using List = std::vector<std::string>;
+  const auto full = parsed<ObjectClass>(kFull);
+  EXPECT_EQ(full.oid(), "1.2");
+  EXPECT_EQ(full.names(), (List{"a", "b-1"}));
+  EXPECT_EQ(full.description(), "It is (a).");
+  EXPECT_EQ(full.superiors(), (List{"top", "alias"}));
+  EXPECT_TRUE(full.isObsolete());
+  EXPECT_EQ(full.structuralType(), TOK_AUXILIARY);
+  EXPECT_EQ(full.requiredAttributes(), (List{"sn", "cn"}));
+  EXPECT_EQ(full.optionalAttributes(), (List{"uid", "mail"}));
+
+  const ObjectClass empty;
+  EXPECT_FALSE(empty.isObsolete());
+  EXPECT_EQ(empty.structuralType(), TOK_STRUCTURAL);
+}
+
 TEST(ObjectClassTest, WritesEachPiece) {
   const struct {
     std::string body, line;

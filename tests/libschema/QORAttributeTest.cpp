@@ -62,6 +62,25 @@ TEST(QORAttributeTest, ANewDefinitionIsEmpty) {
             "names--> \n");
 }
 
+TEST(QORAttributeTest, FieldsAreReadWithoutACopy) {
+  const auto full = parsed<QORAttribute>(kFull);
+  EXPECT_EQ(full.oid(), "1.2");
+  EXPECT_EQ(full.columnNames(), (std::vector<std::string>{"A", "b c"}));
+  EXPECT_EQ(full.accessClass(), "critical");
+  EXPECT_EQ(full.length(), "32");
+  EXPECT_TRUE(full.hasEquality());
+  EXPECT_TRUE(full.hasOrdering());
+  EXPECT_TRUE(full.hasSubstr());
+  EXPECT_TRUE(full.hasApprox());
+
+  const QORAttribute empty;
+  EXPECT_EQ(empty.length(), "0");
+  EXPECT_FALSE(empty.hasEquality());
+  EXPECT_FALSE(empty.hasOrdering());
+  EXPECT_FALSE(empty.hasSubstr());
+  EXPECT_FALSE(empty.hasApprox());
+}
+
 TEST(QORAttributeTest, TheAttributeTypeInItKeepsItsDefaults) {
   Attribute attribute(parsed<QORAttribute>(kFull));
   EXPECT_EQ(written(attribute),

@@ -242,6 +242,11 @@ TEST_F(SchemaLexanStateTest, ReadsFromAnotherSourceFromThereOn) {
   lexan.readFrom(&source);
   EXPECT_EQ(allTokens(lexan), "1: TOK_NUMBER(2.5) ')' TOK_DONE");
   EXPECT_EQ(lexan.position(), 5);
+  std::stringbuf one("(");
+  lexan.readFrom(&one);
+  lexan.reposition(0, 1);
+  EXPECT_EQ(lexan.lexan(), '(');
+  EXPECT_EQ(lexan.position(), 1);
 }
 
 // A source that has one character at a time, and no buffer.
@@ -271,6 +276,68 @@ TEST_F(SchemaLexanStateTest, ReadsFromASourceWithoutABuffer) {
   EXPECT_EQ(allTokens(lexan),
             "1: TOK_ID(cn) '(' TOK_NUMBER_LEN(2.5{64}) TOK_ID(a b) "
             "TOK_NAME(NAME) 2: TOK_DONE");
+}
+
+// A source that says how much it has at hand, and notes what it is asked for.
+class CountedSource : public std::streambuf {
+ public:
+  CountedSource(std::string text, std::streamsize atHand)
+      : m_text(std::move(text)), m_atHand(atHand) {}
+
+  const std::vector<std::streamsize> &asked() const { return m_asked; }
+
+ private:
+  int_type underflow() override {
+    return m_next < m_text.size() ? traits_type::to_int_type(m_text[m_next])
+                                  : traits_type::eof();
+  }
+  std::streamsize showmanyc() override { return m_atHand; }
+  std::streamsize xsgetn(char *out, std::streamsize size) override {
+    m_asked.push_back(size);
+    const std::size_t copied =
+        m_text.copy(out, static_cast<std::size_t>(size), m_next);
+    m_next += copied;
+    return static_cast<std::streamsize>(copied);
+  }
+
+  const std::string m_text;
+  const std::streamsize m_atHand;
+  std::size_t m_next = 0;
+  std::vector<std::streamsize> m_asked;
+};
+
+// One that has nothing at hand would be waited for.
+TEST_F(SchemaLexanStateTest, AsksForWhatTheSourceHasInPiecesOfAKilobyte) {
+  const struct {
+    std::streamsize atHand;
+    std::vector<std::streamsize> asked;
+  } cases[] = {
+      {-1, std::vector<std::streamsize>(2500, 1)},
+      {0, std::vector<std::streamsize>(2500, 1)},
+      {1, std::vector<std::streamsize>(2500, 1)},
+      {2, std::vector<std::streamsize>(1250, 2)},
+      {625, {625, 625, 625, 625}},
+      {1024, {1024, 1024, 1024}},
+      {1025, {1024, 1024, 1024}},
+      {2500, {1024, 1024, 1024}},
+  };
+  for (const auto &each : cases) {
+    SCOPED_TRACE(each.atHand);
+    PlacedLexan lexan("", "");
+    CountedSource source(std::string(2499, ' ') + ')', each.atHand);
+    lexan.readFrom(&source);
+    EXPECT_EQ(allTokens(lexan), "1: ')' TOK_DONE");
+    EXPECT_EQ(source.asked(), each.asked);
+  }
+}
+
+TEST_F(SchemaLexanStateTest, ASourceThatCannotTellLeavesThePositionUnknown) {
+  PlacedLexan lexan("", "");
+  CountedSource source("( )", 3);
+  lexan.readFrom(&source);
+  EXPECT_EQ(lexan.position(), -1);
+  EXPECT_EQ(lexan.lexan(), '(');
+  EXPECT_EQ(lexan.position(), -1);
 }
 
 TEST_F(SchemaLexanStateTest, AClosedFileHasNoTokensAnyMore) {

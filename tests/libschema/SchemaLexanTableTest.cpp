@@ -42,6 +42,25 @@ TEST_F(SchemaLexanTableTest, OneScannedTextIsKept) {
   }
 }
 
+// Nothing has asked for the table itself here.
+TEST_F(SchemaLexanTableTest, GivesTextsFromTheStart) {
+  SchemaLexan &lexan = open("cn )\n");
+  const auto texts = [&lexan] {
+    std::string list;
+    for (const int index : {-1, 0, 24, 25, 26}) {
+      std::string text = "before";
+      const bool given = lexan.getStringValue(index, text) == 0;
+      list += (given ? "=" : "-") + text + ' ';
+    }
+    return list;
+  };
+  EXPECT_EQ(texts(), "-before =objectclasses =APPROX -before -before ");
+  EXPECT_EQ(lexan.lexan(), TOK_ID);
+  EXPECT_EQ(texts(), "-before =objectclasses =APPROX =cn -before ");
+  EXPECT_EQ(lexan.lexan(), ')');
+  EXPECT_EQ(texts(), "-before =objectclasses =APPROX =cn -before ");
+}
+
 TEST_F(SchemaLexanTableTest, ShowsTheEntriesOfTheSymbolTable) {
   SchemaLexan &lexan = open("cn\n");
   lexan.lexan();

@@ -139,19 +139,18 @@ SchemaManager::SchemaManager(std::string workingDir)
     : m_lexan(nullptr), m_working_dir(std::move(workingDir)) {}
 
 SchemaManager::~SchemaManager() {
-  deleteOwned(&m_attr_table);
-  deleteOwned(&m_oc_table);
-  deleteOwned(&m_qor_attr_table);
+  deleteOwned(m_attr_table);
+  deleteOwned(m_oc_table);
+  deleteOwned(m_qor_attr_table);
 }
 
 template <class Definition>
-void SchemaManager::deleteOwned(Table<Definition> *table) {
-  for (const auto &entry : *table) {
+void SchemaManager::deleteOwned(const Table<Definition> &table) {
+  for (const auto &entry : table) {
     if (!m_kept.contains(entry.second)) {
       delete entry.second;
     }
   }
-  table->clear();
 }
 
 // The definition that a lookup finds. It is recorded as the lookup's.
@@ -285,7 +284,6 @@ unsigned int SchemaManager::writeSet(const OidSet &oids,
       storage->second->dump(out);
     }
   }
-  out.close();
   return trace.result(0U);
 }
 

@@ -274,7 +274,7 @@ class SchemaManager {
   template <class Kind>
   void removeOwned(const std::vector<Entry<Kind>> &entries);
   template <class Definition>
-  void deleteOwned(Table<Definition> *table);
+  void deleteOwned(const Table<Definition> &table);
 
   // What readFile() does once m_lexan is there.
   class Reading;

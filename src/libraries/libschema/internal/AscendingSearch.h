@@ -8,9 +8,10 @@
 namespace libschema {
 
 // Finds entries of a map whose keys, strings, are asked for in ascending order:
-// mostly, the next one stands near the last one. Meanwhile, nothing may be
-// erased, and nothing added but under the key asked for last, which is not
-// found again.
+// mostly, the next one stands near the last one. Meanwhile, other entries than
+// the one found last may be erased, but none after a search that found nothing;
+// and nothing may be added but under the key asked for last, which is not found
+// again.
 template <class Table>
 class AscendingSearch {
  public:

@@ -16,23 +16,21 @@ constexpr std::size_t slotOf(std::string_view word) {
   return (word.size() + 3U * first + 12U * last) % kSlots;
 }
 
-// The keyword of each slot as an index into the table, -1 where there is none.
-constexpr std::array<int, kSlots> fillSlots() {
-  std::array<int, kSlots> slots{};
-  for (int &slot : slots) {
-    slot = -1;
-  }
-  int index = 0;
+// The keyword of each slot as an index into the table. A slot without a keyword
+// has some other one's index: a word that falls there is not equal to it.
+constexpr std::array<std::size_t, kSlots> fillSlots() {
+  std::array<std::size_t, kSlots> slots{};
+  std::size_t index = 0;
   for (const Keyword &keyword : kKeywords) {
     slots[slotOf(keyword.text)] = index++;
   }
   return slots;
 }
 
-constexpr std::array<int, kSlots> kSlotTable = fillSlots();
+constexpr std::array<std::size_t, kSlots> kSlotTable = fillSlots();
 
 constexpr bool everyKeywordHasItsSlot() {
-  int index = 0;
+  std::size_t index = 0;
   for (const Keyword &keyword : kKeywords) {
     if (kSlotTable[slotOf(keyword.text)] != index++) {
       return false;
@@ -49,10 +47,8 @@ int findKeyword(std::string_view word) {
   if (word.empty()) {
     return -1;
   }
-  const int index = kSlotTable[slotOf(word)];
-  return index != -1 && kKeywords[static_cast<std::size_t>(index)].text == word
-             ? index
-             : -1;
+  const std::size_t index = kSlotTable[slotOf(word)];
+  return kKeywords[index].text == word ? static_cast<int>(index) : -1;
 }
 
 }  // namespace libschema

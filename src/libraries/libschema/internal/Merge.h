@@ -73,7 +73,6 @@ class SchemaManager::Merge {
       if (!exchange(replaced, namesake, definition)) {
         replace(replaced, entry->first, definition);
         enterByOid(definition);
-        search = libschema::AscendingSearch(&m_targetTable);
       }
     }
     return true;
@@ -129,8 +128,8 @@ class SchemaManager::Merge {
   }
 
   // Takes what is filed under the keys of `replaced` out of the target, and
-  // puts `definition` in its place, so far as the keys are the same. Everything
-  // that can throw comes first.
+  // puts `definition` in its place, so far as the keys are the same. The entry
+  // under `name` stays. Everything that can throw comes first.
   void replace(Definition *replaced, const std::string &name,
                Definition *definition) {
     const Entry owned = m_targetTable.find(Kind::key(replaced));
