@@ -349,11 +349,10 @@ TEST_F(OutputDirectoryTest, FailsToCommitWhenItsFilesAreGone) {
   std::optional<OutputDirectory> out;
   out.emplace(path("out"));
   // Nothing can be written to a directory that is not there any more.
-  fs::remove(out->working());
+  fs::remove_all(out->working());
   EXPECT_EQ(commitTrouble(&*out),
             workingName("out") +
-                ": error: cannot read the directory: No such file or "
-                "directory");
+                ": error: cannot set the mode: No such file or directory");
   out.reset();
   EXPECT_EQ(namesIn(root()), Names());
 }
@@ -367,7 +366,7 @@ TEST_F(OutputDirectoryTest, LeavesNoFileOpen) {
   }
   {
     OutputDirectory out(path("other"));
-    fs::remove(out.working());
+    fs::remove_all(out.working());
     commitTrouble(&out);
   }
   EXPECT_EQ(namesIn("/proc/self/fd"), before);
