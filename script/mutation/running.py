@@ -8,6 +8,7 @@ import resource
 import shutil
 import signal
 import subprocess
+import time
 
 _SLOW = 0.15  # seconds that a slow test takes
 _MEMORY = 1 << 30
@@ -101,22 +102,28 @@ class Suite:
                 stdin=subprocess.DEVNULL, stdout=output,
                 stderr=subprocess.STDOUT, env=environment, preexec_fn=limit,
                 start_new_session=True)
-            try:
-                status = process.wait(limits[1])
-                timed_out = status == -signal.SIGXCPU
-            except subprocess.TimeoutExpired:
-                timed_out = True
-            try:
-                os.killpg(process.pid, signal.SIGKILL)  # and its children
-            except ProcessLookupError:
-                pass
+            in_time = _ends(process, limits[1])
+            os.killpg(process.pid, signal.SIGKILL)  # and its children
             status = process.wait()
+        timed_out = not in_time or status == -signal.SIGXCPU
         if status == 0:
             return None
         shutil.rmtree(worker / "tmp", ignore_errors=True)
         os.makedirs(worker / "tmp")
         prefix = "timed out: " if timed_out else ""
         return prefix + _noticer(written, path.name)
+
+
+def _ends(process, seconds):
+    """Whether the process ends in time. It is not waited for, so that its
+    number still is that of its group."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        if os.waitid(os.P_PID, process.pid,
+                     os.WEXITED | os.WNOHANG | os.WNOWAIT) is not None:
+            return True
+        time.sleep(0.002)
+    return False
 
 
 def _noticer(written, executable):

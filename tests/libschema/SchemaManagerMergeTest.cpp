@@ -282,6 +282,23 @@ TEST_P(SchemaManagerMergeNamedTest, TheOneThatTheOidLeadsToIsReplaced) {
                                         kind().file + ": 1.1\n");
 }
 
+// The same when the name of the one that the OID leads to is gone already.
+TEST_P(SchemaManagerMergeNamedTest, WhatOnlyTheOidLeadsToIsReplacedThere) {
+  const std::string equal = line("1.1", "a", "x");
+  const auto release =
+      makeSchema({{"V3.config.at", equal + line("1.1", "b", "theirs")}});
+  const auto first = makeSchema({{"V3.config.at", equal}});
+  EXPECT_EQ(release->compSchemas(first.get()), 1U);
+  const std::string mine = line("1.1", "b", "mine");
+  const auto old = leaksDefinitions([&mine] {
+    return makeSchema({{"V3.config.at", mine}});
+  });
+  EXPECT_EQ(merge(release, old), 1U);
+  EXPECT_EQ(stateOf(release.get()),
+            owned("1.1", "b", "theirs") + byOid("1.1", mine));
+  EXPECT_EQ(stateOf(old.get()), "");
+}
+
 // The other way round: the OID leads to the one with the name.
 TEST_P(SchemaManagerMergeNamedTest, ASecondDefinitionWithTheOidStays) {
   const auto old = makeSchema({{kind().file, line("1.1", "a", "mine")}});
@@ -295,20 +312,6 @@ TEST_P(SchemaManagerMergeNamedTest, ASecondDefinitionWithTheOidStays) {
 
 // What is replaced is looked up by the OID, and an OID may be the name of
 // another definition. That one goes then, and the one with both keys stays.
-TEST_P(SchemaManagerMergeNamedTest, WhatOnlyTheOidLeadsToIsReplacedThere) {
-  const std::string equal = line("1.1", "a", "x");
-  const auto release =
-      makeSchema({{"V3.config.at", equal + line("1.1", "b", "theirs")}});
-  const auto first = makeSchema({{"V3.config.at", equal}});
-  EXPECT_EQ(release->compSchemas(first.get()), 1U);
-  const std::string mine = line("1.1", "b", "mine");
-  const auto old = makeSchema({{"V3.config.at", mine}});
-  EXPECT_EQ(merge(release, old), 1U);
-  EXPECT_EQ(stateOf(release.get()),
-            owned("1.1", "b", "theirs") + byOid("1.1", mine));
-  EXPECT_EQ(stateOf(old.get()), "");
-}
-
 TEST_P(SchemaManagerMergeNamedTest, AnOidThatIsANameLeadsToTheOneSoNamed) {
   const auto old = makeSchema({{kind().file, line("b", "a", "mine")}});
   const auto release = makeSchema(
