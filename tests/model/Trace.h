@@ -31,16 +31,13 @@ struct Trace {
 // way out goes through.
 class Operation {
  public:
-  Operation(Trace *trace, unsigned int id) : m_trace(trace), m_id(id) {
-    if ((m_trace->mask & 0x1000U) != 0) {
-      m_trace->records.push_back("entry " + Trace::hex(id) + " kind 3200000");
-    }
-  }
+  Operation(Trace *trace, unsigned int id)
+      : Operation(trace, id, {0x1000U, "3200000", 0x3000U, "21 event 1000"}) {}
 
   int result(int code) const {
-    if ((m_trace->mask & 0x3000U) != 0) {
-      m_trace->records.push_back("exit " + Trace::hex(m_id) +
-                                 " kind 21 event 1000 code " +
+    if ((m_trace->mask & m_form.exitMask) != 0) {
+      m_trace->records.push_back("exit " + Trace::hex(m_id) + " kind " +
+                                 m_form.exitKind + " code " +
                                  std::to_string(code));
     }
     return code;
@@ -48,34 +45,35 @@ class Operation {
 
   void debug(const std::string &text) const { m_trace->debug(m_id, text); }
 
+ protected:
+  // Which events ask for the records, and what kind these are.
+  struct Form {
+    unsigned int entryMask;
+    const char *entryKind;
+    unsigned int exitMask;
+    const char *exitKind;
+  };
+
+  Operation(Trace *trace, unsigned int id, const Form &form)
+      : m_trace(trace), m_id(id), m_form(form) {
+    if ((m_trace->mask & m_form.entryMask) != 0) {
+      m_trace->records.push_back("entry " + Trace::hex(id) + " kind " +
+                                 m_form.entryKind);
+    }
+  }
+
  private:
   Trace *const m_trace;
   const unsigned int m_id;
+  const Form m_form;
 };
 
 // The same for the operations that walk tables or sets.
-class Walk {
+class Walk : public Operation {
  public:
-  Walk(Trace *trace, unsigned int id) : m_trace(trace), m_id(id) {
-    if ((m_trace->mask & 0x10000U) != 0) {
-      m_trace->records.push_back("entry " + Trace::hex(id) + " kind 32a0000");
-    }
-  }
-
-  int result(int code) const {
-    if ((m_trace->mask & 0x30000U) != 0) {
-      m_trace->records.push_back("exit " + Trace::hex(m_id) +
-                                 " kind 2b event 10000 code " +
-                                 std::to_string(code));
-    }
-    return code;
-  }
-
-  void debug(const std::string &text) const { m_trace->debug(m_id, text); }
-
- private:
-  Trace *const m_trace;
-  const unsigned int m_id;
+  Walk(Trace *trace, unsigned int id)
+      : Operation(trace, id,
+                  {0x10000U, "32a0000", 0x30000U, "2b event 10000"}) {}
 };
 
 }  // namespace model

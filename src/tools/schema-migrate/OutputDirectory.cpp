@@ -22,8 +22,8 @@ fs::path resolveOrNothing(const fs::path &path) {
   }
 }
 
-// Whether one of them is the other or an ancestor of it, be it by another name:
-// a directory may be mounted at several places.
+// Whether `inner` is `outer` or lies in it, be it by another name: a directory
+// may be mounted at several places.
 bool isIn(const fs::path &outer, const fs::path &inner) {
   if (outer.empty()) {
     return false;
