@@ -1,136 +1,27 @@
-// What happens when memory runs out. This program has allocation functions of
-// its own, which fail when a test says so and count what is allocated.
+// What becomes of comparison, merge and reading when memory runs out.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdlib>
-#include <exception>
 #include <functional>
 #include <memory>
-#include <new>
 #include <set>
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "Attribute.h"
-#include "ObjectClass.h"
-#include "QORAttribute.h"
-#include "SchemaLexan.h"
+#include "AllocationSchemas.h"
 #include "SchemaManager.h"
 #include "SchemaManagerMergeTesting.h"
 #include "SchemaManagerTesting.h"
-#include "ldtr.h"
+#include "support/AllocationTesting.h"
 #include "support/ContractLeaks.h"
+#include "support/FailingAllocation.h"
 #include "support/TemporaryDirectory.h"
 #include "support/TraceRecorder.h"
 
 namespace {
 
-constexpr std::size_t kHeader = 16;  // holds the size; keeps the alignment
-constexpr std::size_t kMaxSize = 4096;
-
-std::size_t blocksOfSize[kMaxSize + 1];  // larger ones count as of this size
-
-// Which allocation fails.
-struct {
-  std::size_t left = 0;  // until the one that fails; 0: none does
-  bool lasting = false;  // all after that one fail, too
-  bool failed = false;
-} failure;
-
-bool failsNow() {
-  if (failure.failed) {
-    return failure.lasting;
-  }
-  failure.failed = failure.left == 1;
-  failure.left -= failure.left == 0 ? 0 : 1;
-  return failure.failed;
-}
-
-void *allocate(std::size_t size) noexcept {
-  void *block = failsNow() ? nullptr : std::malloc(size + kHeader);
-  if (block == nullptr) {
-    return nullptr;
-  }
-  *static_cast<std::size_t *>(block) = size;
-  ++blocksOfSize[std::min(size, kMaxSize)];
-  return static_cast<char *>(block) + kHeader;
-}
-
-void *allocateOrThrow(std::size_t size) {
-  void *memory = allocate(size);
-  if (memory == nullptr) {
-    throw std::bad_alloc();
-  }
-  return memory;
-}
-
-void release(void *memory) noexcept {
-  if (memory != nullptr) {
-    void *block = static_cast<char *>(memory) - kHeader;
-    --blocksOfSize[std::min(*static_cast<std::size_t *>(block), kMaxSize)];
-    std::free(block);
-  }
-}
-
-std::size_t allBlocks() {
-  std::size_t blocks = 0;
-  for (const std::size_t count : blocksOfSize) {
-    blocks += count;
-  }
-  return blocks;
-}
-
-}  // namespace
-
-void *operator new(std::size_t size) { return allocateOrThrow(size); }
-void *operator new[](std::size_t size) { return allocateOrThrow(size); }
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept {
-  return allocate(size);
-}
-void *operator new[](std::size_t size, const std::nothrow_t &) noexcept {
-  return allocate(size);
-}
-void operator delete(void *memory) noexcept { release(memory); }
-void operator delete[](void *memory) noexcept { release(memory); }
-void operator delete(void *memory, std::size_t) noexcept { release(memory); }
-void operator delete[](void *memory, std::size_t) noexcept { release(memory); }
-void operator delete(void *memory, const std::nothrow_t &) noexcept {
-  release(memory);
-}
-void operator delete[](void *memory, const std::nothrow_t &) noexcept {
-  release(memory);
-}
-
-namespace {
-
-// Runs `operation` while its n-th allocation fails, alone or with all after it.
-// Returns whether it got so far, and stores whether it threw for that.
-bool failsAt(std::size_t n, bool lasting,
-             const std::function<void()> &operation, bool *thrown) {
-  *thrown = false;
-  failure = {n, lasting, false};
-  try {
-    operation();
-  } catch (const std::bad_alloc &) {
-    *thrown = true;
-  }
-  const bool failed = failure.failed;
-  failure = {};
-  return failed;
-}
-
-// Numbers stand for names and OIDs, which are too long for a string to hold
-// them without an allocation. The kinds do not share OIDs.
-std::string line(const Kind &kind, int oid, int name, const std::string &text) {
-  return kind.line("1.3.6.1.4.1.42424." + std::to_string(&kind - kKinds) + '.' +
-                       std::to_string(oid),
-                   "a-definition-with-the-number-" + std::to_string(name),
-                   text + "-and-a-description-of-some-length");
-}
+using namespace allocation_schemas;
+using allocation_schemas::contentOf;
 
 // The OID leads to the one that a walk comes to last.
 std::string twoOfOneOid(const Kind &kind) {
@@ -187,20 +78,6 @@ class Schemas {
   const TemporaryDirectory m_release;
 };
 
-// Tables and sets of OIDs.
-std::string contentOf(SchemaManager *schema) {
-  std::string text = tablesOf(*schema);
-  for (const char *file : kSearchedFiles) {
-    text += file;
-    for (const std::string &recorded :
-         *schema->findOidInSet(&fileProbe(), file)) {
-      text += ' ' + recorded;
-    }
-    text += '\n';
-  }
-  return text;
-}
-
 std::string contentOf(const Schemas::Pair &pair) {
   return contentOf(pair.old.get()) + contentOf(pair.release.get());
 }
@@ -218,12 +95,6 @@ std::string ownedBy(const SchemaManager &schema) {
     text += oid + '\n';
   }
   return text;
-}
-
-// The blocks that are as large as a definition.
-std::size_t definitionBlocks() {
-  return blocksOfSize[sizeof(Attribute)] + blocksOfSize[sizeof(ObjectClass)] +
-         blocksOfSize[sizeof(QORAttribute)];
 }
 
 template <class Table>
@@ -381,61 +252,6 @@ TEST(AllocationFailureTest, RepeatedFailingMerge) {
       ownedByRelease);
 }
 
-// A file of definitions of all kinds.
-std::string fileText() {
-  std::string text;
-  for (const Kind &kind : kKinds) {
-    text += line(kind, 1, 1, "x") + line(kind, 2, 2, "x");
-  }
-  return text;
-}
-
-TEST(AllocationFailureTest, NothingElseIsAsLargeAsADefinition) {
-  const TemporaryDirectory directory;
-  directory.write("V3.user.at", "attributetypes nothing more\n");
-  const std::size_t blocks = definitionBlocks();
-  SchemaManager schema(directory.string());
-  EXPECT_EQ(leaksAnalyser([&] { return schema.readFile("V3.user.at"); }), 1U);
-  EXPECT_EQ(definitionBlocks(), blocks);
-}
-
-TEST(AllocationFailureTest, TheAnalyserOfAFileThatIsNotReadToItsEndStays) {
-  const TemporaryDirectory directory;
-  directory.write("V3.user.at", "attributetypes nothing more\n");
-  directory.write("V3.user.oc", "");
-  const std::size_t &analysers = blocksOfSize[sizeof(SchemaLexan)];
-  const std::size_t before = analysers;
-  {
-    SchemaManager schema(directory.string());
-    EXPECT_EQ(schema.readFile("V3.user.oc"), 0U);
-    EXPECT_EQ(analysers, before);
-    EXPECT_EQ(leaksAnalyser([&] { return schema.readFile("V3.user.at"); }), 1U);
-    EXPECT_EQ(analysers, before + 1);
-  }
-  EXPECT_EQ(analysers, before + 1);
-}
-
-TEST(AllocationFailureTest, DefinitionsThatAreFiledNowhereStay) {
-  for (const char *text : {
-           "attributetypes=( 1.1 NAME 'a' DESC 'x'",      // cut off
-           "attributetypes { ( NAME 'a' DESC 'x' ) }\n",  // no OID
-           "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
-           "attributetypes=( 1.2 NAME 'a' DESC 'x' )\n",  // the key is taken
-       }) {
-    SCOPED_TRACE(text);
-    const TemporaryDirectory directory;
-    directory.write("V3.user.at", text);
-    const std::size_t before = definitionBlocks();
-    leaksAnalyser([&] {
-      return leaksDefinitions([&] {
-        SchemaManager schema(directory.string());
-        return schema.readFile("V3.user.at");
-      });
-    });
-    EXPECT_EQ(definitionBlocks(), before + 1);
-  }
-}
-
 // Only the analyser stays behind, as it does whenever a file is not read to
 // its end.
 TEST(AllocationFailureTest, Reading) {
@@ -474,51 +290,6 @@ TEST(AllocationFailureTest, Reading) {
   }
 }
 
-// Follows the trace records of calls, without an allocation of its own.
-class Calls {
- public:
-  Calls() {
-    ldtr_set_sink(&Calls::receive, this);
-    trcEvents = kTraceEntry | kTraceWalkEntry;
-  }
-  ~Calls() {
-    trcEvents = 0;
-    ldtr_set_sink(nullptr, nullptr);
-  }
-
-  Calls(const Calls &) = delete;
-  Calls &operator=(const Calls &) = delete;
-
-  // Whether each call that was entered was left, the inner ones first.
-  bool balanced() const { return m_balanced && m_depth == 0; }
-  // How many an exception passed, and whether they had the code 0.
-  std::size_t passed() const { return m_passed; }
-  bool passedWithoutResult() const { return m_passedWithoutResult; }
-
- private:
-  static void receive(const ldtr_record &record, void *context) {
-    static_cast<Calls *>(context)->receive(record);
-  }
-
-  void receive(const ldtr_record &record) {
-    if (record.type == ldtr_record::Type::kEntry) {
-      m_ids[m_depth++] = record.id;
-    } else if (record.type == ldtr_record::Type::kExit) {
-      m_balanced = m_balanced && m_depth > 0 && m_ids[--m_depth] == record.id;
-      if (std::uncaught_exceptions() > 0) {
-        ++m_passed;
-        m_passedWithoutResult = m_passedWithoutResult && record.code == 0;
-      }
-    }
-  }
-
-  unsigned int m_ids[16] = {};
-  std::size_t m_depth = 0;
-  std::size_t m_passed = 0;
-  bool m_balanced = true;
-  bool m_passedWithoutResult = true;
-};
-
 // An exception leaves an exit record of each operation that it passes.
 TEST(AllocationFailureTest, PassedOperationsAreTraced) {
   const Schemas schemas;
@@ -542,7 +313,7 @@ TEST(AllocationFailureTest, PassedOperationsAreTraced) {
       SCOPED_TRACE(testing::Message() << test.what << ", n = " << n);
       const Schemas::Pair pair = schemas.make();
       bool thrown = false;
-      const Calls calls;
+      const Calls calls(kTraceEntry | kTraceWalkEntry);
       failed = leaksAnalyser([&] {
         return failsAt(
             n, false, [&] { test.operation(pair); }, &thrown);
@@ -554,66 +325,6 @@ TEST(AllocationFailureTest, PassedOperationsAreTraced) {
     }
     EXPECT_GE(mostPassed, test.levels) << test.what;
   }
-}
-
-// Nothing leads to a replaced definition or to a removed storage definition:
-// they are released at once.
-TEST(AllocationFailureTest, DefinitionsAreReleasedAtOnce) {
-  using Counts = std::array<std::size_t, 3>;
-  const auto blocks = [] {
-    return Counts{blocksOfSize[sizeof(Attribute)],
-                  blocksOfSize[sizeof(ObjectClass)],
-                  blocksOfSize[sizeof(QORAttribute)]};
-  };
-  const Counts before = blocks();
-  const auto made = [&] {
-    const Counts now = blocks();
-    return Counts{now[0] - before[0], now[1] - before[1], now[2] - before[2]};
-  };
-  const auto old = makeSchema({{"V3.user.at", fileText()}});
-  const auto release = makeSchema({{"V3.user.at", fileText()}});
-  EXPECT_EQ(made(), (Counts{4, 4, 4}));
-  EXPECT_EQ(release->mergeSchemas(old.get()), 1U);
-  EXPECT_EQ(made(), (Counts{2, 2, 2}));
-  EXPECT_EQ(release->compSchemas(release.get()), 1U);
-  EXPECT_EQ(made(), (Counts{2, 2, 0}));  // the others are found by OID
-
-  // Each with the OID of one that is there: nothing but its name leads to it.
-  const auto renamed =
-      makeSchema({{"V3.user.at",
-                   line(kKinds[0], 1, 3, "x") + line(kKinds[1], 1, 3, "x")}});
-  EXPECT_EQ(release->mergeSchemas(renamed.get()), 1U);
-  EXPECT_EQ(made(), (Counts{3, 3, 0}));
-  EXPECT_EQ(release->compSchemas(release.get()), 1U);
-  EXPECT_EQ(made(), (Counts{2, 2, 0}));
-
-  // The second of an OID, which its name leads to, gives way to a namesake.
-  const char file[] = "V3.user.at";
-  const auto both = [](int oid, int name) {
-    return line(kKinds[0], oid, name, "x") + line(kKinds[1], oid, name, "x");
-  };
-  const auto twice = makeSchema({{file, both(5, 5) + both(5, 6)}});
-  const auto namesakes = makeSchema({{file, both(7, 6)}});
-  EXPECT_EQ(made(), (Counts{5, 5, 0}));
-  EXPECT_EQ(twice->mergeSchemas(namesakes.get()), 1U);
-  EXPECT_EQ(made(), (Counts{4, 4, 0}));
-
-  // The first one goes with it if nothing but the OID leads to it.
-  const auto nameless = makeSchema({{file, both(5, 5) + both(5, 6)}});
-  const auto first = makeSchema({{file, both(5, 5)}});
-  EXPECT_EQ(nameless->compSchemas(first.get()), 1U);
-  const auto others = makeSchema({{file, both(7, 6)}});
-  EXPECT_EQ(made(), (Counts{8, 8, 0}));
-  EXPECT_EQ(nameless->mergeSchemas(others.get()), 1U);
-  EXPECT_EQ(made(), (Counts{6, 6, 0}));
-
-  // So does one that the OID of a definition that moves has led to.
-  const auto moved = makeSchema({{file, both(5, 5) + both(5, 6)}});
-  EXPECT_EQ(moved->compSchemas(first.get()), 1U);
-  const auto target = makeSchema({{file, both(5, 6)}});
-  EXPECT_EQ(made(), (Counts{9, 9, 0}));
-  EXPECT_EQ(target->mergeSchemas(moved.get()), 1U);
-  EXPECT_EQ(made(), (Counts{7, 7, 0}));
 }
 
 }  // namespace

@@ -40,12 +40,13 @@ constexpr unsigned int kNoSuchFile = 89;
 }
 
 // Skips the rest of a line. Kept on purpose: the end of the file does not end
-// the line, so that a last line without a newline is skipped for ever.
+// the line, so that a last line without a newline is skipped for ever. A read
+// error throws.
 void skipLine(std::istream *in) {
   char c = 0;
   do {
     in->get(c);
-  } while (c != '\n' && !in->bad());
+  } while (c != '\n');
 }
 
 // Adds the OIDs in the file `path` to `oids`. False when the file cannot be
@@ -56,14 +57,20 @@ bool readOidList(const std::string &path, std::set<std::string> *oids) {
     return false;
   }
   in.imbue(std::locale::classic());  // it decides what is white space
-  std::string word;
-  // Kept on purpose: a word that the end of the file touches is not taken.
-  while (in >> word && !in.eof()) {
-    if (word.find('#') == std::string::npos) {
-      oids->insert(word);
-    } else {
-      skipLine(&in);
+  // The stream would take a word that finds no memory for the end of the list.
+  in.exceptions(std::ios::badbit);
+  try {
+    std::string word;
+    // Kept on purpose: a word that the end of the file touches is not taken.
+    while (in >> word && !in.eof()) {
+      if (word.find('#') == std::string::npos) {
+        oids->insert(word);
+      } else {
+        skipLine(&in);
+      }
     }
+  } catch (const std::ios::failure &) {
+    // A read error passes for the end of the file.
   }
   return true;
 }
