@@ -1,7 +1,8 @@
-// Two managers on two threads know nothing of each other. The thread sanitizer
-// says more about these tests than their expectations do.
+// Managers on different threads know nothing of each other. The thread
+// sanitizer says more about these tests than their expectations do.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <set>
@@ -61,11 +62,23 @@ class Migration {
     m_log << m_release.getAttr("TYPE-15").getOidAndName();
     m_log << m_release.getObjClass("2.15").getOidAndName();
     m_log << m_release.getQORAttr("1.15").getOidAndName();
+    check();
     return m_log.str();
   }
 
  private:
   void log(unsigned int result) { m_log << result << '\n'; }
+
+  // The old files once more, against the release with what was moved there.
+  void check() {
+    SchemaManager checked(m_directory.string());
+    read(&checked, files("changed", 0));
+    log(checked.checkCollisions(&m_release));
+    m_log << checked.getOcTable() << checked.getAttrTable()
+          << checked.getQORAttrTable();
+    log(m_release.modifySchema(m_directory.string() + "/excluded"));
+    m_log << tablesOf(checked) << tablesOf(m_release);
+  }
 
   void read(SchemaManager *schema, const std::vector<SchemaFile> &content) {
     for (const SchemaFile &file : content) {
@@ -132,7 +145,7 @@ class ThreadRecords {
   std::map<std::thread::id, std::ostringstream> m_streams;
 };
 
-const Texts kTexts = {"one", "two"};
+const Texts kTexts = {"one", "two", "three", "four"};
 
 // What the migrations give one after the other, on one thread.
 std::vector<Texts> migrateInTurn(std::size_t rounds) {
@@ -161,13 +174,55 @@ TEST(SchemaManagerThreadTest, NorDoTheirTraceRecords) {
     migrateInThreads({text}, 1);
     expectedRecords.merge(records.texts());
   }
-  EXPECT_EQ(expectedRecords.size(), 2U);
+  EXPECT_EQ(expectedRecords.size(), kTexts.size());
   for (int round = 0; round < kRounds; ++round) {
     const ThreadRecords records;
     EXPECT_EQ(migrateInThreads(kTexts, 1), expected);
     EXPECT_EQ(records.texts(), expectedRecords);
   }
   trcEvents = 0;
+}
+
+// What several threads print may be mixed, but all of it comes.
+TEST(SchemaManagerThreadTest, NorDoTheirDumps) {
+  std::vector<Schema> schemas;
+  for (const std::string &text : kTexts) {
+    schemas.push_back(makeSchema(files(text, 0)));
+  }
+  const auto dump = [](SchemaManager *schema) {
+    schema->dumpAttrTable();
+    schema->dumpQORAttrTable();
+    schema->dumpOcTable();
+    schema->dumpUserOc();
+    schema->dumpUserAt();
+    schema->dumpQorOc();
+    schema->dumpQorAt();
+    schema->dumpSysOc();
+    schema->dumpSysAt();
+    schema->dumpEOids();
+  };
+  const auto takeCharacters = [] {
+    std::string printed = testing::internal::GetCapturedStdout();
+    std::sort(printed.begin(), printed.end());
+    return printed;
+  };
+
+  testing::internal::CaptureStdout();
+  for (const Schema &schema : schemas) {
+    dump(schema.get());
+  }
+  const std::string expected = takeCharacters();
+  EXPECT_GT(expected.size(), 10000U);
+
+  testing::internal::CaptureStdout();
+  std::vector<std::thread> threads;
+  for (const Schema &schema : schemas) {
+    threads.emplace_back(dump, schema.get());
+  }
+  for (std::thread &thread : threads) {
+    thread.join();
+  }
+  EXPECT_EQ(takeCharacters(), expected);
 }
 
 }  // namespace
