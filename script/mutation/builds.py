@@ -18,7 +18,7 @@ import subprocess
 
 _COPIED = ("CMakeLists.txt", "cmake", "examples", "src", "tests", "docs")
 _LIBRARY = "src/libraries/libschema"
-_TARGETS = ("schema", "libschema_test", "allocation_test",
+_TARGETS = ("libschema_schema_shared", "libschema_test", "allocation_test",
             "lexan_allocation_test")
 _COMPILER = "clang++"
 

@@ -142,6 +142,15 @@ const SchemaManager::File *SchemaManager::findFile(const std::string &name) {
   return nullptr;
 }
 
+const std::set<std::string> *SchemaManager::recordedOids(
+    const std::string &fileName) const {
+  const File *file = findFile(fileName);
+  if (file == nullptr || file->oids == nullptr) {
+    return nullptr;
+  }
+  return &(this->*file->oids);
+}
+
 SchemaManager::SchemaManager(std::string workingDir)
     : m_lexan(nullptr), m_working_dir(std::move(workingDir)) {}
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Attribute.h"
+#include "DefinitionWalk.h"
 #include "ObjectClass.h"
 #include "QORAttribute.h"
 #include "internal/KeptDefinitions.h"
@@ -221,10 +222,42 @@ class SchemaManager {
   void dumpSysAt();
   void dumpEOids();
 
+  // The definitions for reading, as DefinitionWalk.h says: attribute types and
+  // object classes in the order of their first names in lower case, or of their
+  // OIDs, storage definitions in that of their OIDs. Walks by OID also come to
+  // what has left the table of names, and pass over a definition whose OID was
+  // taken.
+  DefinitionWalk<Attribute> eachAttributeType() const {
+    return DefinitionWalk<Attribute>(m_attr_table);
+  }
+  DefinitionWalk<Attribute> eachAttributeTypeByOid() const {
+    return DefinitionWalk<Attribute>(m_attr_oid_table);
+  }
+  DefinitionWalk<ObjectClass> eachObjectClass() const {
+    return DefinitionWalk<ObjectClass>(m_oc_table);
+  }
+  DefinitionWalk<ObjectClass> eachObjectClassByOid() const {
+    return DefinitionWalk<ObjectClass>(m_oc_oid_table);
+  }
+  DefinitionWalk<QORAttribute> eachStorageDefinition() const {
+    return DefinitionWalk<QORAttribute>(m_qor_attr_table);
+  }
+
+  // The OIDs recorded for the file `fileName`, in ascending order; null when
+  // none are recorded for a file of this name. Valid as long as the manager,
+  // and each change shows in it.
+  const std::set<std::string> *recordedOids(const std::string &fileName) const;
+
+  // What readExcludedOids() has read, in ascending order, and the directory
+  // that readFile() reads from. Valid as long as the manager.
+  const std::set<std::string> &excludedOids() const { return m_excluded_oids; }
+  const std::string &workingDirectory() const { return m_working_dir; }
+
   // Views of the tables: attribute types and object classes by first name in
-  // lower case and by OID, storage definitions by OID. The definitions belong
-  // to the manager, and must be neither deleted nor parsed again; views and
-  // definitions are valid until the manager changes.
+  // lower case and by OID, storage definitions by OID. They are for callers
+  // that need a definition's operations, which are not const. The definitions
+  // belong to the manager, and must be neither deleted nor parsed again; views
+  // and definitions are valid until the manager changes.
   const std::map<std::string, Attribute *> &attributeTypes() const {
     return m_attr_table;
   }
