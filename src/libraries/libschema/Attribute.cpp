@@ -205,7 +205,7 @@ void Attribute::dump(std::ofstream &out) {
   }
   appendField(&line, "USAGE ", m_usage);
   line += " )";
-  libschema::writeLine(out, line);
+  libschema::writeLine(out, std::move(line));
 }
 
 void Attribute::dump() {

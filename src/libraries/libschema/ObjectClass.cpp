@@ -196,7 +196,7 @@ void ObjectClass::dump(std::ofstream &out) {
   appendList(&line, "MUST", m_reqattrs);
   appendList(&line, "MAY", m_optattrs);
   line += ')';
-  libschema::writeLine(out, line);
+  libschema::writeLine(out, std::move(line));
 }
 
 void ObjectClass::dump() {

@@ -137,7 +137,7 @@ void QORAttribute::dump(std::ofstream &out) {
   line += m_substrflag ? "SUBSTR " : "";
   line += m_approxflag ? "APPROX " : "";
   line += ')';
-  libschema::writeLine(out, line);
+  libschema::writeLine(out, std::move(line));
 }
 
 void QORAttribute::dump() {

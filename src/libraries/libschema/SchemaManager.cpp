@@ -13,6 +13,7 @@
 #include "SchemaLexan.h"
 #include "getCurrentTimeStamp.h"
 #include "internal/AscendingSearch.h"
+#include "internal/Comparison.h"
 #include "internal/Definition.h"
 #include "internal/Kinds.h"
 #include "internal/Merge.h"
@@ -88,6 +89,30 @@ std::string report(const char *none, const char *heading,
     text += entry.second->getOidAndName();
   }
   return text;
+}
+
+// Erases the entries, which are in the order of the table. When most are to go,
+// the others change to a table of their own, which takes less balancing.
+template <class Table>
+void eraseAll(const std::vector<typename Table::iterator> &entries,
+              Table *table) {
+  if (entries.size() < table->size() / 2) {
+    for (const auto &entry : entries) {
+      table->erase(entry);
+    }
+    return;
+  }
+  Table others;
+  auto erased = entries.begin();
+  for (auto entry = table->begin(); entry != table->end();) {
+    const auto current = entry++;
+    if (erased != entries.end() && *erased == current) {
+      ++erased;
+    } else {
+      others.insert(others.end(), table->extract(current));
+    }
+  }
+  table->swap(others);
 }
 
 // Prints `header`, and the key and the fields of each definition.
@@ -412,47 +437,20 @@ unsigned int SchemaManager::compSchemas(SchemaManager *other) {
 
 unsigned int SchemaManager::compAttrTables(SchemaManager *other) {
   TraceScope trace(Function::kManagerCompAttrTables, kTableWalk);
-  return trace.result(compTable<AttributeKind>(other));
+  Comparison<AttributeKind>(this, other).run();
+  return trace.result(1U);
 }
 
 unsigned int SchemaManager::compQORAttrTables(SchemaManager *other) {
   TraceScope trace(Function::kManagerCompQORAttrTables, kTableWalk);
-  return trace.result(compTable<StorageKind>(other));
+  Comparison<StorageKind>(this, other).run();
+  return trace.result(1U);
 }
 
 unsigned int SchemaManager::compObjTables(SchemaManager *other) {
   TraceScope trace(Function::kManagerCompObjTables, kTableWalk);
-  return trace.result(compTable<ObjectClassKind>(other));
-}
-
-// The definitions are at hand, so that nothing is looked up by getAttr() and
-// its like and no copy is made; the lookups are recorded in the trace.
-template <class Kind>
-unsigned int SchemaManager::compTable(SchemaManager *other) {
-  const auto recordLookUp = [] { TraceScope trace(Kind::kLookUp); };
-  auto &mine = Kind::owning(this);
-  auto &theirs = Kind::owning(other);
-  libschema::AscendingSearch search(&theirs);
-
-  std::vector<Entry<Kind>> removals;  // the walk changes nothing
-  for (auto entry = mine.begin(); entry != mine.end(); ++entry) {
-    auto *definition = entry->second;
-    recordLookUp();
-    const auto namesake = search.find(entry->first);
-    if (namesake != theirs.end()) {
-      recordLookUp();
-    }
-    if (findExcluded(definition->oid()) != 0 ||
-        (namesake != theirs.end() &&
-         Kind::equal(definition, namesake->second) != 0)) {
-      removals.push_back(entry);
-      if constexpr (Kind::kComparisonUpdatesFileSets) {
-        removeFromFileSet(definition->oid());
-      }
-    }
-  }
-  removeOwned<Kind>(removals);
-  return 1;
+  Comparison<ObjectClassKind>(this, other).run();
+  return trace.result(1U);
 }
 
 // Takes an entry out of its owning table, and deletes the definition unless its
@@ -472,30 +470,24 @@ void SchemaManager::removeOwned(Entry<Kind> entry) {
   }
 }
 
-// The same for many entries, in one walk of the table by OID.
+// The same for many entries, in the order of the table. Where OIDs may lead to
+// the definitions, these are kept: to look up each would take longer.
 template <class Kind>
 void SchemaManager::removeOwned(const std::vector<Entry<Kind>> &entries) {
   std::vector<typename Kind::Definition *> removed(entries.size());
   std::transform(entries.begin(), entries.end(), removed.begin(),
                  [](Entry<Kind> entry) { return entry->second; });
-  std::sort(removed.begin(), removed.end());
-  std::vector<bool> reachable(removed.size());
-  if (const auto *byOid = Kind::byOid(this)) {
-    for (const auto &entry : *byOid) {
-      const auto found =
-          std::lower_bound(removed.begin(), removed.end(), entry.second);
-      if (found != removed.end() && *found == entry.second) {
-        m_kept.keep(*found);
-        reachable[static_cast<std::size_t>(found - removed.begin())] = true;
-      }
+  if (Kind::byOid(this) != nullptr) {
+    std::sort(removed.begin(), removed.end());
+    for (auto *definition : removed) {
+      m_kept.keep(definition);
     }
+    removed.clear();
   }
-  for (Entry<Kind> entry : entries) {
-    Kind::owning(this).erase(entry);
-  }
-  for (std::size_t index = 0; index < removed.size(); ++index) {
-    if (!reachable[index] && !m_kept.drop(removed[index])) {
-      delete removed[index];
+  eraseAll(entries, &Kind::owning(this));
+  for (auto *definition : removed) {
+    if (!m_kept.drop(definition)) {
+      delete definition;
     }
   }
 }
@@ -582,7 +574,7 @@ unsigned int SchemaManager::checkQORAttrs(SchemaManager *other) {
   return trace.result(checkTable<StorageKind>(other));
 }
 
-// As in compTable(), the lookups are recorded and not made.
+// As in a comparison, the lookups are recorded and not made.
 template <class Kind>
 unsigned int SchemaManager::checkTable(SchemaManager *other) {
   auto &mine = Kind::owning(this);

@@ -292,7 +292,7 @@ class SchemaManager {
   template <class Kind>
   class Merge;
   template <class Kind>
-  unsigned int compTable(SchemaManager *other);
+  class Comparison;
   template <class Kind>
   unsigned int checkTable(SchemaManager *other);
   bool hasKey(const std::string &oid) const;

@@ -130,8 +130,9 @@ void appendField(std::string *line, const char *keyword,
   }
 }
 
-void writeLine(std::ofstream &out, const std::string &line) {
-  out << line << std::endl;
+void writeLine(std::ofstream &out, std::string line) {
+  line += '\n';
+  out.write(line.data(), static_cast<std::streamsize>(line.size())).flush();
 }
 
 void printField(const char *label, const std::string &value) {

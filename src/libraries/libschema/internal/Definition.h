@@ -55,7 +55,7 @@ void appendField(std::string *line, const char *keyword,
                  const std::string &value);
 
 // Writes the line and an end of line to `out`, and flushes.
-void writeLine(std::ofstream &out, const std::string &line);
+void writeLine(std::ofstream &out, std::string line);
 
 // Prints `label`, the value (or each element and a blank), and an end of line
 // to standard output, and flushes.

@@ -11,7 +11,7 @@ namespace libschema {
 
 // A manager owns what its owning tables point to. Two kinds of definitions need
 // more than that, and are kept here besides:
-//  - one that has left its owning table but is still reachable by its OID;
+//  - one that has left its owning table but may be reachable by its OID;
 //  - one that stands in the tables of two managers after a merge that failed.
 // A definition is deleted when the last one that keeps it drops it. While it is
 // kept, a table that points to it does not own it.
