@@ -1,6 +1,6 @@
 # What is installed besides the files of the targets: what find_package() and
-# pkg-config read. The paths in it are relative, so that an installed tree can be
-# moved. What says no component belongs to the tool.
+# pkg-config read. The paths in it are relative, so that an installed tree can
+# be moved. A rule that names no component belongs to the tool.
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
@@ -36,8 +36,8 @@ set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH prefix_from_pc "/prefix/${pc_dir}" "/prefix")
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 foreach(module libschema libschema-platform)
-  configure_file(cmake/${module}.pc.in "${PROJECT_BINARY_DIR}/cmake/${module}.pc"
-                 @ONLY)
+  configure_file(
+    cmake/${module}.pc.in "${PROJECT_BINARY_DIR}/cmake/${module}.pc" @ONLY)
   install(
     FILES "${PROJECT_BINARY_DIR}/cmake/${module}.pc"
     DESTINATION "${pc_dir}"

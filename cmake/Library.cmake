@@ -9,9 +9,9 @@
 # says. With LIBSCHEMA_INSTALL both are built and installed, and the installed
 # libschema::<name> is the shared one.
 #
-# The shared library exports what SYMBOLS lists and nothing else, under a version
-# that changes with every incompatible change of the interface. INTERNAL_HEADERS
-# are what the headers include but is not for embedders.
+# The shared library exports what SYMBOLS lists and nothing else, under a
+# version that changes with every incompatible change of the interface.
+# INTERNAL_HEADERS are what the headers include but is not for embedders.
 
 include_guard()
 include(GNUInstallDirs)

@@ -7,8 +7,8 @@ set(release 1)
 
 # What every package has in its folder for documentation. It is no part of an
 # ordinary installation.
-configure_file(packaging/debian/changelog.in "${PROJECT_BINARY_DIR}/debian/changelog"
-               @ONLY)
+configure_file(
+  packaging/debian/changelog.in "${PROJECT_BINARY_DIR}/debian/changelog" @ONLY)
 execute_process(
   COMMAND gzip -9nc "${PROJECT_BINARY_DIR}/debian/changelog"
   OUTPUT_FILE "${PROJECT_BINARY_DIR}/debian/changelog.Debian.gz"
@@ -46,8 +46,8 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
-    "$<TARGET_FILE_DIR:libschema_platform_shared>"
-    "$<TARGET_FILE_DIR:libschema_schema_shared>")
+    "${PROJECT_BINARY_DIR}/src/platform"
+    "${PROJECT_BINARY_DIR}/src/libraries/libschema")
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA
@@ -71,6 +71,10 @@ This package holds the headers, the static libraries, and what CMake and
 pkg-config need to find them.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION admin)
+if(BUILD_SHARED_LIBS)
+  set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+      "${library} (>= ${PROJECT_VERSION}-${release})")
+endif()
 set(CPACK_COMPONENT_TOOL_DESCRIPTION
     "carry a directory server's LDAP schema into a new release
 Compares the schema files of an old installation with those of a new release,
