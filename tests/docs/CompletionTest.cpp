@@ -1,17 +1,15 @@
 // What the shells complete is what --help lists.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <ostream>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "HelpTesting.h"
+#include "ShellTesting.h"
 
 namespace {
 
@@ -23,21 +21,6 @@ struct Shell {
 };
 
 void PrintTo(const Shell &shell, std::ostream *out) { *out << shell.name; }
-
-std::string quoted(const std::string &text) {
-  return "'" + replaceAll(text, "'", "'\\''") + "'";
-}
-
-// What a command line of sh prints.
-std::string outputOf(const std::string &command) {
-  const std::unique_ptr<FILE, int (*)(FILE *)> pipe(popen(command.c_str(), "r"),
-                                                    pclose);
-  std::string text;
-  for (int c = fgetc(pipe.get()); c != EOF; c = fgetc(pipe.get())) {
-    text += static_cast<char>(c);
-  }
-  return text;
-}
 
 Words wordsOf(const std::vector<std::string> &list) {
   return Words(list.begin(), list.end());

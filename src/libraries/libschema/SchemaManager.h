@@ -191,7 +191,7 @@ class SchemaManager {
 
   /// This schema's set of the kind of the first set of `old` that holds the
   /// OID, in the order of delOidFromFileSet(); null when none does. The set
-  /// belongs to this schema.
+  /// belongs to this schema and is valid as long as it. No schema is changed.
   std::set<std::string> *findOidInSet(SchemaManager *old, std::string oid);
 
   /// Leaves in this schema what collides with `other`, and takes everything
