@@ -60,10 +60,10 @@ using ldtr_sink = void (*)(const ldtr_record &record, void *context);
 /// Sets the sink for all threads; null drops the records, as at the start. The
 /// sink is called by the thread that wrote the record, by one thread at a time,
 /// so that records arrive whole, each thread's in the order in which it wrote
-/// them. The sink may itself write records and set the sink, but must not
-/// wait for another thread that writes records. When the call
-/// returns, no thread is in the former sink any more, except the calling one
-/// if it calls from there. `context` is not owned.
+/// them. The sink may itself write records and set the sink, but must not wait
+/// for another thread that writes records. When the call returns, no thread is
+/// in the former sink any more, except the calling one if it calls from there.
+/// `context` is not owned.
 void ldtr_set_sink(ldtr_sink function, void *context);
 
 #endif  // PLATFORM_LDTR_H_

@@ -47,10 +47,9 @@ class Attribute : public QORSchema {
 
   /// Fills this object, which is empty, from `lex`, which is not owned and
   /// stands on the token before the definition or on its opening parenthesis.
-  /// Returns 1 when the definition
-  /// ended with ")", which is consumed, or "}", which is not; 0 when a section
-  /// keyword or the end of the file came first. What was read before that stays
-  /// in the object.
+  /// Returns 1 when the definition ended with ")", which is consumed, or "}",
+  /// which is not; 0 when a section keyword or the end of the file came first.
+  /// What was read before that stays in the object.
   ///
   /// Kept on purpose:
   ///  - EQUALITY, ORDERING, SUBSTR and SUP keep a numeric OID; a name in its

@@ -42,11 +42,11 @@ class ObjectClass : public QORSchema {
 
   /// Fills this object, which is empty, from `lex`, which is not owned and
   /// stands on the token before the definition or on its opening parenthesis.
-  /// Returns 1 when the definition
-  /// ended with ")", which is consumed, or with "}" or "(", which are not; 0
-  /// when "objectclasses" or the end of the file came first, or a malformed
-  /// length suffix (but not among the names, nor directly behind DESC or SUP).
-  /// What was read before that stays in the object.
+  /// Returns 1 when the definition ended with ")", which is consumed, or with
+  /// "}" or "(", which are not; 0 when "objectclasses" or the end of the file
+  /// came first, or a malformed length suffix (but not among the names, nor
+  /// directly behind DESC or SUP). What was read before that stays in the
+  /// object.
   ///
   /// Kept on purpose:
   ///  - Any word, number or quoted string that belongs to no field replaces the

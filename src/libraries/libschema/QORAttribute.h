@@ -34,10 +34,9 @@ class QORAttribute : public Attribute {
 
   /// Fills this object, which is empty, from `lex`, which is not owned and
   /// stands on the token before the definition or on its opening parenthesis.
-  /// Returns 1 when the definition
-  /// ended with ")", which is consumed, or "}", which is not; 0 when
-  /// "attributetypes" or the end of the file came first. What was read before
-  /// that stays in the object.
+  /// Returns 1 when the definition ended with ")", which is consumed, or "}",
+  /// which is not; 0 when "attributetypes" or the end of the file came first.
+  /// What was read before that stays in the object.
   ///
   /// Kept on purpose:
   ///  - Any word, number or quoted string that belongs to no field replaces the

@@ -19,8 +19,8 @@ class TraceScope;
 }
 
 /// Holds the attribute types, object classes and storage definitions read from
-/// the schema files of one directory, and which file each OID came from.
-/// A migration reads the old installation and the new release, takes out of the
+/// the schema files of one directory, and which file each OID came from. A
+/// migration reads the old installation and the new release, takes out of the
 /// old one what the release has anyway, moves the rest into the new one and
 /// writes that:
 ///
@@ -66,8 +66,8 @@ class SchemaManager {
   explicit SchemaManager(std::string workingDir);
 
   /// Deletes what the owning tables hold, and what has left them and no other
-  /// manager keeps. A definition that was never in an owning table stays
-  /// (see above), as does the analyser of a file that was not read to its end.
+  /// manager keeps. A definition that was never in an owning table stays (see
+  /// above), as does the analyser of a file that was not read to its end.
   ~SchemaManager();
 
   SchemaManager(const SchemaManager &) = delete;
@@ -88,13 +88,13 @@ class SchemaManager {
   /// A copy of `s` in lower case (ASCII letters only).
   std::string convert(std::string s);
 
-  /// Reads the file `fileName` of the directory, a bare name of the nine in
-  /// this case, and adds its definitions to what is there. Returns 0 when the
-  /// file was read to its end, for which a read error passes (a directory reads
-  /// as an empty file); 1 when it cannot be opened, or when a definition does
-  /// not parse or a section keyword is followed by neither
-  /// "=" nor "{", and then what came before stays added; 89 when the file is
-  /// there but its name is none of the nine, and nothing is read.
+  /// Reads the file `fileName` of the directory, one of the nine names above,
+  /// and adds its definitions to what is there. Returns 0 when the file was
+  /// read to its end, for which a read error passes (a directory reads as an
+  /// empty file); 1 when it cannot be opened, or when a definition does not
+  /// parse or a section keyword is followed by neither "=" nor "{", and then
+  /// what came before stays added; 89 when the file is there but its name is
+  /// none of the nine, and nothing is read.
   ///
   /// The file is a sequence of sections: "attributetypes", "objectclasses" or
   /// "QORAttributetypes", then "=" and a definition, or any number of
@@ -125,8 +125,7 @@ class SchemaManager {
 
   /// Adds the OIDs in the file `path`, which is taken as it is, to the excluded
   /// ones. Returns 0, or 1 when the file cannot be opened, and nothing changes.
-  /// A read error passes for the end of the
-  /// file.
+  /// A read error passes for the end of the file.
   ///
   /// The file holds words separated by white space. A word that contains "#"
   /// begins a comment: it and the rest of its line are ignored. Kept on
