@@ -35,6 +35,10 @@ Subcommands:
   show                        Show definitions with their superiors, what they inherit, and how they are stored.
   dump                        Print the library's diagnostic dumps of a schema.
 
+Example:
+  schema-migrate plan --old /srv/old/schema --new /srv/new/schema
+  schema-migrate plan --help
+
 Exit status:
   0 done
   1 differences, or changes to be made
@@ -142,8 +146,16 @@ const UsageCase kUsages[] = {
      "",
      "error: no command is called 'co'; did you mean 'compare' or "
      "'collisions'?"},
-    {{"foo", "--help"}, kUsage, "", "error: no command is called 'foo'"},
-    {{""}, kUsage, "", "error: no command is called ''"},
+    {{"frobnicate", "--help"},
+     kUsage,
+     "",
+     "error: no command is called 'frobnicate'; expected plan, apply, restore, "
+     "check, collisions, compare, show or dump"},
+    {{""},
+     kUsage,
+     "",
+     "error: no command is called ''; expected plan, apply, restore, check, "
+     "collisions, compare, show or dump"},
     {{"apply", "--old", "", "--new", "new", "--out", "out"},
      kUsage,
      "",
@@ -177,7 +189,50 @@ const UsageCase kUsages[] = {
      kUsage,
      "",
      "--trace: expected a name, found nothing"},
-    {{"--frobnicate"}, kUsage, "", "A subcommand is required"},
+    {{"--frobnicate"},
+     kUsage,
+     "",
+     "error: no option is called '--frobnicate'; expected --help or "
+     "--version"},
+    {{"--Version"},
+     kUsage,
+     "",
+     "error: no option is called '--Version'; did you mean '--version'?"},
+    {{"--hepl", "plan"},
+     kUsage,
+     "",
+     "error: no option is called '--hepl'; did you mean '--help'?"},
+    {{"--old", "old", "plan", "--new", "new"},
+     kUsage,
+     "",
+     "error: expected a command ahead of '--old'"},
+    {{"--", "-x"}, kUsage, "", "A subcommand is required"},
+    {{"plan", "--odl", "old", "--new", "new"},
+     kUsage,
+     "",
+     "error: plan has no option '--odl'; did you mean '--old'?"},
+    {{"plan", "--old", "old", "--new", "new", "--prefre=new"},
+     kUsage,
+     "",
+     "error: plan has no option '--prefre'; did you mean '--prefer'?"},
+    {{"check", "--excluded", "list", "old"},
+     kUsage,
+     "",
+     "error: check has no option '--excluded'; did you mean "
+     "'--excluded-oids'?"},
+    {{"restore", "-out", "out"},
+     kUsage,
+     "",
+     "error: restore has no option '-out'; did you mean '--out'?"},
+    {{"restore", "--frobnicate", "--out"},
+     kUsage,
+     "",
+     "error: restore has no option '--frobnicate'; expected --help, --out, "
+     "--backup or --list"},
+    {{"restore", "--out", "out", "--", "-x"},
+     kUsage,
+     "",
+     "The following argument was not expected: -x"},
     {{"apply"}, kUsage, "", "--old is required"},
     {{"apply", "--new", "new", "--out", "out"},
      kUsage,

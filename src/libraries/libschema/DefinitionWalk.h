@@ -7,24 +7,24 @@
 #include <map>
 #include <string>
 
-// The definitions of one table of a SchemaManager, for reading. Each stands
-// there once, under its key, and they come in ascending order of the keys,
-// which are compared byte by byte:
-//
-//   for (const Attribute &type : schema.eachAttributeType()) {
-//     std::cout << type.oid() << '\n';
-//   }
-//
-// A walk is a view: it costs nothing to make and to copy, and it shows the
-// table as it is. The definitions belong to the manager. What a walk hands out,
-// iterators included, is valid until the manager changes. Several threads may
-// walk at once while none changes the manager.
+/// The definitions of one table of a SchemaManager, for reading. Each stands
+/// there once, under its key, and they come in ascending order of the keys,
+/// which are compared byte by byte:
+///
+///    for (const Attribute &type : schema.eachAttributeType()) {
+///      std::cout << type.oid() << '\n';
+///    }
+///
+/// A walk is a view: it costs nothing to make and to copy, and it shows the
+/// table as it is. The definitions belong to the manager. What a walk hands out,
+/// iterators included, is valid until the manager changes. Several threads may
+/// walk at once while none changes the manager.
 template <class Definition>
 class DefinitionWalk {
  public:
   using Table = std::map<std::string, Definition *>;
 
-  // A forward iterator over the definitions.
+  /// A forward iterator over the definitions.
   class Iterator {
    public:
     using iterator_category = std::forward_iterator_tag;
@@ -39,7 +39,7 @@ class DefinitionWalk {
     reference operator*() const { return *m_entry->second; }
     pointer operator->() const { return m_entry->second; }
 
-    // The key under which the definition stands.
+    /// The key under which the definition stands.
     const std::string &key() const { return m_entry->first; }
 
     Iterator &operator++() {
@@ -59,7 +59,7 @@ class DefinitionWalk {
     typename Table::const_iterator m_entry{};
   };
 
-  // A walk over `table`, which is not owned and must outlive it.
+  /// A walk over `table`, which is not owned and must outlive it.
   explicit DefinitionWalk(const Table &table) : m_table(&table) {}
 
   Iterator begin() const { return Iterator(m_table->begin()); }
@@ -68,7 +68,7 @@ class DefinitionWalk {
   bool empty() const { return m_table->empty(); }
   std::size_t size() const { return m_table->size(); }
 
-  // The definition under exactly this key; null when there is none.
+  /// The definition under exactly this key; null when there is none.
   const Definition *find(const std::string &key) const {
     const auto entry = m_table->find(key);
     return entry == m_table->end() ? nullptr : entry->second;

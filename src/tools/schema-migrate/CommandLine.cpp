@@ -10,6 +10,7 @@
 #include "OutputDirectory.h"
 #include "TraceFile.h"
 #include "Trouble.h"
+#include "UnknownWords.h"
 
 namespace {
 
@@ -114,6 +115,9 @@ CommandLine::CommandLine()
   m_app.set_version_flag("--version", "schema-migrate " SCHEMA_MIGRATE_VERSION);
   m_app.require_subcommand(1);
   m_app.footer(
+      "Example:\n"
+      "  schema-migrate plan --old /srv/old/schema --new /srv/new/schema\n"
+      "  schema-migrate plan --help\n\n" +
       exitStatus("  1 differences, or changes to be made\n"
                  "  2 findings: errors, collisions, what apply refuses, an "
                  "unknown name\n"));
@@ -357,19 +361,6 @@ void CommandLine::addFormat(CLI::App *command) {
       ->check(CLI::IsMember({"text", "json"}));
 }
 
-void CommandLine::requireCommand(const std::string &word) const {
-  std::set<std::string> names;
-  for (const CLI::App *command :
-       m_app.get_subcommands([](const CLI::App *) { return true; })) {
-    names.insert(command->get_name());
-  }
-  if (names.count(word) == 0) {
-    throw Trouble(kUsage, "error: no command is called '" + word + "'" +
-                              didYouMean(word, names) +
-                              "\nRun with --help for more information.");
-  }
-}
-
 void CommandLine::requireSense() const {
   if ((m_options.traceEvents & TraceFile::kAllEvents) == 0) {
     throw CLI::ValidationError("--trace-events",
@@ -384,12 +375,19 @@ void CommandLine::requireSense() const {
 }
 
 ExitStatus CommandLine::run(int argc, char **argv) {
-  if (argc > 1 && argv[1][0] != '-') {
-    requireCommand(argv[1]);
+  const bool startsWithOption = argc > 1 && argv[1][0] == '-';
+  if (argc > 1 && !startsWithOption) {
+    requireCommand(m_app, argv[1]);
   }
   try {
     m_app.parse(argc, argv);
   } catch (const CLI::ParseError &error) {
+    if (error.get_exit_code() != 0) {  // whatever else is wrong
+      if (startsWithOption) {
+        requireOptionsOf(m_app);
+      }
+      requireOptionsOfCommand(m_app);
+    }
     const bool asked = m_app.exit(error) == 0;
     flushOutput();
     return asked ? kDone : kUsage;

@@ -42,7 +42,6 @@ class CommandLine {
   void addSizeLimit(CLI::App *command);
   void addFormat(CLI::App *command);
 
-  void requireCommand(const std::string &word) const;
   void requireSense() const;
   ExitStatus runTraced();
 
