@@ -22,11 +22,14 @@
 template <class Definition>
 class DefinitionWalk {
  public:
+  /// The table that is walked.
   using Table = std::map<std::string, Definition *>;
 
   /// A forward iterator over the definitions.
   class Iterator {
    public:
+    /// The types of a forward iterator, and what it can do.
+    /// @{
     using iterator_category = std::forward_iterator_tag;
     using value_type = Definition;
     using difference_type = std::ptrdiff_t;
@@ -38,9 +41,6 @@ class DefinitionWalk {
 
     reference operator*() const { return *m_entry->second; }
     pointer operator->() const { return m_entry->second; }
-
-    /// The key under which the definition stands.
-    const std::string &key() const { return m_entry->first; }
 
     Iterator &operator++() {
       ++m_entry;
@@ -54,6 +54,10 @@ class DefinitionWalk {
     friend bool operator!=(const Iterator &a, const Iterator &b) {
       return a.m_entry != b.m_entry;
     }
+    /// @}
+
+    /// The key under which the definition stands.
+    const std::string &key() const { return m_entry->first; }
 
    private:
     typename Table::const_iterator m_entry{};
@@ -62,11 +66,17 @@ class DefinitionWalk {
   /// A walk over `table`, which is not owned and must outlive it.
   explicit DefinitionWalk(const Table &table) : m_table(&table) {}
 
+  /// From the first definition to behind the last one.
+  /// @{
   Iterator begin() const { return Iterator(m_table->begin()); }
   Iterator end() const { return Iterator(m_table->end()); }
+  /// @}
 
+  /// How many definitions there are.
+  /// @{
   bool empty() const { return m_table->empty(); }
   std::size_t size() const { return m_table->size(); }
+  /// @}
 
   /// The definition under exactly this key; null when there is none.
   const Definition *find(const std::string &key) const {

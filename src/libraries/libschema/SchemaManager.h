@@ -264,6 +264,7 @@ class SchemaManager {
   /// OIDs, storage definitions in that of their OIDs. Walks by OID also come to
   /// what has left the table of names, and pass over a definition whose OID was
   /// taken.
+  /// @{
   DefinitionWalk<Attribute> eachAttributeType() const {
     return DefinitionWalk<Attribute>(m_attr_table);
   }
@@ -279,15 +280,18 @@ class SchemaManager {
   DefinitionWalk<QORAttribute> eachStorageDefinition() const {
     return DefinitionWalk<QORAttribute>(m_qor_attr_table);
   }
+  /// @}
 
   /// The OIDs recorded for the file `fileName`, in ascending order; null when
   /// none are recorded for a file of this name. Valid as long as the manager,
   /// and each change shows in it.
   const std::set<std::string> *recordedOids(const std::string &fileName) const;
 
-  /// What readExcludedOids() has read, in ascending order, and the directory
-  /// that readFile() reads from. Valid as long as the manager.
+  /// What readExcludedOids() has read, in ascending order. Valid as long as the
+  /// manager.
   const std::set<std::string> &excludedOids() const { return m_excluded_oids; }
+
+  /// The directory that readFile() reads from, as given to the constructor.
   const std::string &workingDirectory() const { return m_working_dir; }
 
   /// The table of attribute types by first name in lower case, for callers that
