@@ -84,9 +84,8 @@ void makeFile(std::size_t size, const std::string &directory) {
     }
     if (i % 4 == 0) {
       text += "objectclasses=( " + kArc + "2." + number + " NAME 'site-class-" +
-              number +
-              "' DESC 'A class of the site' SUP top MUST ( cn $ sn ) MAY ( " +
-              "site" + number + " $ description $ seeAlso ) )\n";
+              number + "' DESC 'A class of the site' MUST site" + number +
+              " MAY ( site" + number + " $ site-attribute-" + number + " ) )\n";
     }
     out << text;
     written += text.size();
