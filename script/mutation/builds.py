@@ -16,7 +16,8 @@ import shlex
 import shutil
 import subprocess
 
-_COPIED = ("CMakeLists.txt", "cmake", "examples", "src", "tests", "docs")
+_COPIED = ("CMakeLists.txt", "cmake", "examples", "fuzz", "src", "tests",
+           "docs")
 _LIBRARY = "src/libraries/libschema"
 _TARGETS = ("libschema_schema_shared", "libschema_test", "allocation_test",
             "lexan_allocation_test")
@@ -63,7 +64,8 @@ class Build:
             ["cmake", "-S", checkout, "-B", self._folder, "-G", "Ninja",
              f"-DCMAKE_CXX_COMPILER={_COMPILER}", "-DCMAKE_BUILD_TYPE=None",
              f"-DCMAKE_CXX_FLAGS=-O0 {' '.join(self._flags)}",
-             "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON"],
+             "-DBUILD_SHARED_LIBS=ON", "-DLIBSCHEMA_INSTALL=OFF",
+             "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON"],
             check=True, stdout=subprocess.DEVNULL)
         subprocess.run(
             ["cmake", "--build", self._folder, "--parallel", str(jobs),
