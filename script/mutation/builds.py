@@ -20,8 +20,9 @@ _COPIED = ("CMakeLists.txt", "cmake", "examples", "fuzz", "src", "tests",
            "docs")
 _LIBRARY = "src/libraries/libschema"
 _TARGETS = ("libschema_schema_shared", "libschema_test", "allocation_test",
-            "lexan_allocation_test")
+            "lexan_allocation_test", "file_fault_test")
 _COMPILER = "clang++"
+_ALLOCATION = "tests/support/FailingAllocation"
 
 
 def copy_checkout(root, to):
@@ -56,6 +57,8 @@ class Build:
         self._flags = flags
         self._sources = {}  # of the library, below its folder -> command
         self._tests = {}  # name -> command
+        self._allocation = None  # object of the failing allocation functions
+        self._allocating = set()  # objects of tests that need it
         self._needs = {}  # object -> files of the library that it needs
         self._precompiled = []
 
@@ -76,7 +79,7 @@ class Build:
         self._precompile()
         self._link_library({}, self.library_path())
         for test in self._tests:
-            self._link_test(self._object(self._tests[test]),
+            self._link_test(test, self._object(self._tests[test]),
                             self._folder / test)
 
     def tests(self):
@@ -116,7 +119,7 @@ class Build:
             made = worker / (test + ".o")
             if not self._compile(command, worker, made, []):
                 return None
-            self._link_test(made, worker / test)
+            self._link_test(test, made, worker / test)
         return worker / test
 
     def _read_commands(self, checkout):
@@ -130,6 +133,8 @@ class Build:
                 self._sources[str(path.relative_to(self._library))] = command
             elif path.parent == checkout / "tests/libschema":
                 self._tests[path.stem] = command
+            elif path == checkout / f"{_ALLOCATION}.cpp":
+                self._allocation = self._object(command)
 
     def _read_needs(self):
         listed = subprocess.run(["ninja", "-C", self._folder, "-t", "deps"],
@@ -144,6 +149,8 @@ class Build:
             elif line and path.resolve().is_relative_to(self._library):
                 self._needs[made].add(
                     str(path.resolve().relative_to(self._library)))
+            elif line.endswith(f"/{_ALLOCATION}.h"):
+                self._allocating.add(made)
 
     def _precompile(self):
         """The standard headers, which the library's sources then need not
@@ -184,9 +191,12 @@ class Build:
              *objects, "-L", self._folder / "src/platform", "-lschema-platform",
              "-o", made], check=True)
 
-    def _link_test(self, test_object, made):
+    def _link_test(self, test, test_object, made):
+        objects = [test_object]
+        if self._object(self._tests[test]) in self._allocating:
+            objects.append(self._allocation)
         subprocess.run(
-            [_COMPILER, *self._flags, test_object,
+            [_COMPILER, *self._flags, *objects,
              "-L", self._folder / "tests", "-L", self.library_path().parent,
              "-L", self._folder / "src/platform", "-ltest_support", "-lschema",
              "-lschema-platform", "-lgmock_main", "-lgmock", "-lgtest",

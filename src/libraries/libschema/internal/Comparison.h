@@ -68,10 +68,13 @@ class SchemaManager::Comparison {
   }
 
   static void prefetch(const Definition *definition) {
+    if (definition == nullptr) {
+      return;
+    }
     constexpr std::size_t kLine = 64;
     const char *start = reinterpret_cast<const char *>(definition);
     for (std::size_t at = 0; at < sizeof(Definition); at += kLine) {
-      __builtin_prefetch(start + at);  // of null, too: nothing is read
+      __builtin_prefetch(start + at);
     }
   }
 
