@@ -1,4 +1,5 @@
-// Walks over the definitions of a schema.
+/// @file
+/// Walks over the definitions of a schema.
 #ifndef LIBSCHEMA_DEFINITIONWALK_H_
 #define LIBSCHEMA_DEFINITIONWALK_H_
 
@@ -11,53 +12,58 @@
 /// there once, under its key, and they come in ascending order of the keys,
 /// which are compared byte by byte:
 ///
-///    for (const Attribute &type : schema.eachAttributeType()) {
-///      std::cout << type.oid() << '\n';
-///    }
+///     for (const Attribute &type : schema.eachAttributeType()) {
+///       std::cout << type.oid() << '\n';
+///     }
 ///
 /// A walk is a view: it costs nothing to make and to copy, and it shows the
-/// table as it is. The definitions belong to the manager. What a walk hands out,
-/// iterators included, is valid until the manager changes. Several threads may
-/// walk at once while none changes the manager.
+/// table as it is. The definitions belong to the manager. What a walk hands
+/// out, iterators included, is valid until the manager changes. Several threads
+/// may walk at once while none changes the manager.
 template <class Definition>
 class DefinitionWalk {
  public:
-  /// The table that is walked.
+  /// What a manager holds: definitions by their keys.
   using Table = std::map<std::string, Definition *>;
 
   /// A forward iterator over the definitions.
   class Iterator {
    public:
-    /// The types of a forward iterator, and what it can do.
-    /// @{
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = Definition;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const Definition *;
-    using reference = const Definition &;
+    using iterator_category = std::forward_iterator_tag;  ///< it goes forward
+    using value_type = Definition;                        ///< what it comes to
+    using difference_type = std::ptrdiff_t;  ///< a number of definitions
+    using pointer = const Definition *;      ///< what operator->() gives
+    using reference = const Definition &;    ///< what operator*() gives
 
+    /// Points nowhere.
     Iterator() = default;
+    /// Points to an entry of a table.
     explicit Iterator(typename Table::const_iterator entry) : m_entry(entry) {}
 
+    /// The definition. Not at the end.
     reference operator*() const { return *m_entry->second; }
+    /// The definition. Not at the end.
     pointer operator->() const { return m_entry->second; }
 
+    /// The key under which the definition stands.
+    const std::string &key() const { return m_entry->first; }
+
+    /// Goes on to the next definition.
     Iterator &operator++() {
       ++m_entry;
       return *this;
     }
+    /// Goes on to the next definition, and returns where it was.
     Iterator operator++(int) { return Iterator(m_entry++); }
 
+    /// Whether both point to the same entry.
     friend bool operator==(const Iterator &a, const Iterator &b) {
       return a.m_entry == b.m_entry;
     }
+    /// Whether they point to different entries.
     friend bool operator!=(const Iterator &a, const Iterator &b) {
       return a.m_entry != b.m_entry;
     }
-    /// @}
-
-    /// The key under which the definition stands.
-    const std::string &key() const { return m_entry->first; }
 
    private:
     typename Table::const_iterator m_entry{};
@@ -66,17 +72,15 @@ class DefinitionWalk {
   /// A walk over `table`, which is not owned and must outlive it.
   explicit DefinitionWalk(const Table &table) : m_table(&table) {}
 
-  /// From the first definition to behind the last one.
-  /// @{
+  /// The first definition.
   Iterator begin() const { return Iterator(m_table->begin()); }
+  /// Behind the last definition.
   Iterator end() const { return Iterator(m_table->end()); }
-  /// @}
 
-  /// How many definitions there are.
-  /// @{
+  /// Whether there is no definition.
   bool empty() const { return m_table->empty(); }
+  /// The number of definitions.
   std::size_t size() const { return m_table->size(); }
-  /// @}
 
   /// The definition under exactly this key; null when there is none.
   const Definition *find(const std::string &key) const {

@@ -259,28 +259,29 @@ class SchemaManager {
   /// Prints the excluded OIDs.
   void dumpEOids();
 
-  /// The definitions for reading, as DefinitionWalk.h says: attribute types and
-  /// object classes in the order of their first names in lower case, or of their
-  /// OIDs, storage definitions in that of their OIDs. Walks by OID also come to
-  /// what has left the table of names, and pass over a definition whose OID was
-  /// taken.
-  /// @{
+  /// The attribute types for reading, in the order of their first names in
+  /// lower case. See DefinitionWalk for this and the following walks. Those by
+  /// OID also come to what has left the table of names, and pass over a
+  /// definition whose OID was taken.
   DefinitionWalk<Attribute> eachAttributeType() const {
     return DefinitionWalk<Attribute>(m_attr_table);
   }
+  /// The attribute types in the order of their OIDs.
   DefinitionWalk<Attribute> eachAttributeTypeByOid() const {
     return DefinitionWalk<Attribute>(m_attr_oid_table);
   }
+  /// The object classes in the order of their first names in lower case.
   DefinitionWalk<ObjectClass> eachObjectClass() const {
     return DefinitionWalk<ObjectClass>(m_oc_table);
   }
+  /// The object classes in the order of their OIDs.
   DefinitionWalk<ObjectClass> eachObjectClassByOid() const {
     return DefinitionWalk<ObjectClass>(m_oc_oid_table);
   }
+  /// The storage definitions in the order of their OIDs.
   DefinitionWalk<QORAttribute> eachStorageDefinition() const {
     return DefinitionWalk<QORAttribute>(m_qor_attr_table);
   }
-  /// @}
 
   /// The OIDs recorded for the file `fileName`, in ascending order; null when
   /// none are recorded for a file of this name. Valid as long as the manager,
@@ -290,15 +291,14 @@ class SchemaManager {
   /// What readExcludedOids() has read, in ascending order. Valid as long as the
   /// manager.
   const std::set<std::string> &excludedOids() const { return m_excluded_oids; }
-
-  /// The directory that readFile() reads from, as given to the constructor.
+  /// The directory that readFile() reads from. Valid as long as the manager.
   const std::string &workingDirectory() const { return m_working_dir; }
 
-  /// The table of attribute types by first name in lower case, for callers that
-  /// need a definition's operations, which are not const. The definitions in
-  /// this and the following tables belong to the manager, and must be neither
-  /// deleted nor parsed again; tables and definitions are valid until the
-  /// manager changes.
+  /// The table of attribute types by first name in lower case. This and the
+  /// following tables are for callers that need a definition's operations,
+  /// which are not const. The definitions belong to the manager, and must be
+  /// neither deleted nor parsed again; tables and definitions are valid until
+  /// the manager changes.
   const std::map<std::string, Attribute *> &attributeTypes() const {
     return m_attr_table;
   }
