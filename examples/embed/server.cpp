@@ -185,8 +185,8 @@ int main(int argc, char **argv) {
   std::cout << argv[3] << " stands in " << argv[2] << ' ' << count << " times; "
             << (searches > 0 ? "the table was searched\n" : "no search\n");
 
-  trcEvents = 0x04003000;  // entries, exits and debug records
+  trcEvents = 0x04033000;  // entries, exits and debug records
   SchemaManager schema(argv[1]);
-  schema.readFile("no-such-file");
-  schema.isModFileEmpty();
+  schema.readExcludedOids("no-such-file");
+  schema.compSchemas(&schema);
 }
