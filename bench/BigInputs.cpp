@@ -46,10 +46,10 @@ class Output {
   std::ofstream m_out;
 };
 
-// `number` with ten digits, so that numbers are ordered as their texts are.
+// `number` as ten digits, which order as numbers do, below
+// 9,000,000,000.
 std::string digits(std::size_t number) {
-  const std::string text = std::to_string(number);
-  return std::string(10 - text.size(), '1') + text;
+  return std::to_string(1000000000 + number);
 }
 
 void read(SchemaManager *schema) {
@@ -63,12 +63,15 @@ void write(SchemaManager *schema, const std::string &directory) {
           "the file is not written");
 }
 
-// A file of ordinary definitions of all kinds, of `size` bytes. It is read,
-// merged into an empty schema, and written.
+// A file of ordinary definitions of all kinds, of `size` bytes. It is read
+// twice and compared with itself, which leaves nothing, merged into an empty
+// schema, and written.
 void makeFile(std::size_t size, const std::string &directory) {
   Output out(directory, kFile);
   std::size_t written = 0;
-  for (std::size_t i = 0; written < size; ++i) {
+  std::size_t types = 0;
+  for (; written < size; ++types) {
+    const std::size_t i = types;
     const std::string number = digits(i);
     std::string text =
         "attributetypes=( " + kArc + "1." + number +
@@ -91,21 +94,32 @@ void makeFile(std::size_t size, const std::string &directory) {
     written += text.size();
   }
   out.close();
+  Output count(directory, "count");
+  count << types;
+  count.close();
 }
 
 void runFile(std::size_t /*size*/, const std::string &directory) {
-  SchemaManager old(directory), release(directory);
+  std::size_t types = 0;
+  std::ifstream(directory + "/count") >> types;
+  SchemaManager old(directory), same(directory), release(directory);
   read(&old);
-  const std::size_t types = old.attributeTypes().size();
-  const std::size_t classes = old.objectClasses().size();
-  require(types > 0 && old.attributeTypesByOid().size() == types,
-          "there are types missing");
-  require(release.checkCollisions(&old) == 1, "the check fails");
-  require(old.compSchemas(&release) == 1, "the comparison fails");
-  require(release.mergeSchemas(&old) == 1, "the merge fails");
-  require(release.attributeTypes().size() == types &&
-              release.objectClasses().size() == classes,
+  read(&same);
+  require(types > 0 && old.attributeTypes().size() == types &&
+              old.attributeTypesByOid().size() == types &&
+              old.storageDefinitions().size() == (types + 1) / 2 &&
+              old.objectClasses().size() == (types + 3) / 4,
           "there are definitions missing");
+  require(
+      old.checkCollisions(&same) == 1 && old.attributeTypes().size() == types,
+      "the check leaves something out");
+  require(old.compSchemas(&same) == 1 && old.attributeTypes().empty() &&
+              old.objectClasses().empty() && old.storageDefinitions().empty(),
+          "equal definitions differ");
+  require(release.mergeSchemas(&same) == 1, "the merge fails");
+  require(release.attributeTypes().size() == types &&
+              release.objectClasses().size() == (types + 3) / 4,
+          "the merge leaves something out");
   write(&release, directory);
 }
 

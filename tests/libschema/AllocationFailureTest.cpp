@@ -110,9 +110,7 @@ std::set<const QORSchema *> definitionsIn(const Table &table) {
 std::size_t reachable(const Schemas::Pair &pair) {
   std::set<const QORSchema *> definitions;
   const auto collect = [&](const auto &table) {
-    for (const auto &entry : table) {
-      definitions.insert(entry.second);
-    }
+    definitions.merge(definitionsIn(table));
   };
   for (const Schema *schema : {&pair.old, &pair.release}) {
     collect((*schema)->attributeTypes());
@@ -127,12 +125,12 @@ std::size_t reachable(const Schemas::Pair &pair) {
 using Operation = std::function<unsigned int(const Schemas::Pair &)>;
 using Content = std::function<std::string(const Schemas::Pair &)>;
 
-// Lets each allocation of `operation` fail, and expects an exception or the
-// result of an undisturbed run; that no definition is left that no table leads
-// to, but for one that was being replaced when the exception came; and then
-// that all is released, in either order.
-// Before that the operation may be repeated, which brings about the `outcome`
-// of the undisturbed run.
+// Lets each allocation of `operation` fail, untraced and traced, and expects an
+// exception or the result of an undisturbed run; that no definition is left
+// that no table leads to, but for one that was being replaced when the
+// exception came; and then that all is released, in either order. Before that
+// the operation may be repeated, which brings about the `outcome` of the
+// undisturbed run.
 void failEachAllocation(const Schemas &schemas, const Operation &operation,
                         const Content &outcome) {
   unsigned int expectedResult = 0;
@@ -143,11 +141,12 @@ void failEachAllocation(const Schemas &schemas, const Operation &operation,
     expected = contentOf(undisturbed);
     expectedOutcome = outcome(undisturbed);
   }
-  for (unsigned int variant = 0; variant < 8; ++variant) {
+  for (unsigned int variant = 0; variant < 16; ++variant) {
     const bool lasting = (variant & 1U) != 0;
     const bool repeated = (variant & 2U) != 0;
     const Order order =
         (variant & 4U) != 0 ? Order::kFirstFirst : Order::kSecondFirst;
+    const unsigned int mask = (variant & 8U) != 0 ? ~0U : 0;
     bool failed = true;
     std::size_t exceptions = 0;
     for (std::size_t n = 1; failed && !testing::Test::HasFailure(); ++n) {
@@ -159,8 +158,12 @@ void failEachAllocation(const Schemas &schemas, const Operation &operation,
         Schemas::Pair pair = schemas.make();
         unsigned int result = 0;
         bool thrown = false;
-        failed = failsAt(
-            n, lasting, [&] { result = operation(pair); }, &thrown);
+        {
+          const Calls calls(mask);
+          failed = failsAt(
+              n, lasting, [&] { result = operation(pair); }, &thrown);
+          EXPECT_TRUE(calls.balanced());
+        }
         exceptions += thrown ? 1 : 0;
         const std::size_t unreachable =
             definitionBlocks() - definitions - reachable(pair);
@@ -197,8 +200,58 @@ TEST(AllocationFailureTest, Comparison) {
                      [](const Schemas::Pair &pair) { return contentOf(pair); });
 }
 
+using Part = unsigned int (SchemaManager::*)(SchemaManager *);
+
+TEST(AllocationFailureTest, EachPartOfAComparison) {
+  for (const Part part :
+       {&SchemaManager::compAttrTables, &SchemaManager::compQORAttrTables,
+        &SchemaManager::compObjTables}) {
+    failEachAllocation(
+        Schemas(),
+        [part](const Schemas::Pair &pair) {
+          return (pair.old.get()->*part)(pair.release.get());
+        },
+        [](const Schemas::Pair &pair) { return contentOf(pair); });
+  }
+}
+
+// While nothing is traced.
+TEST(AllocationFailureTest, APartOfAComparisonThatThrowsHasChangedNothing) {
+  const Schemas schemas;
+  const std::string before = contentOf(schemas.make());
+  for (const Part part :
+       {&SchemaManager::compAttrTables, &SchemaManager::compQORAttrTables,
+        &SchemaManager::compObjTables}) {
+    bool thrown = true;
+    std::size_t exceptions = 0;
+    for (std::size_t n = 1; thrown && !HasFailure(); ++n) {
+      SCOPED_TRACE(n);
+      const Schemas::Pair pair = schemas.make();
+      failsAt(
+          n, false, [&] { (pair.old.get()->*part)(pair.release.get()); },
+          &thrown);
+      exceptions += thrown ? 1 : 0;
+      EXPECT_EQ(contentOf(pair) == before, thrown);
+    }
+    EXPECT_GT(exceptions, 0U);
+  }
+}
+
 TEST(AllocationFailureTest, Merge) {
   failEachAllocation(Schemas(), merge, ownedByRelease);
+}
+
+TEST(AllocationFailureTest, EachPartOfAMerge) {
+  for (const Part part :
+       {&SchemaManager::mergeAttrs, &SchemaManager::mergeQORAttrs,
+        &SchemaManager::mergeObjClasses}) {
+    failEachAllocation(
+        Schemas(),
+        [part](const Schemas::Pair &pair) {
+          return (pair.release.get()->*part)(pair.old.get());
+        },
+        ownedByRelease);
+  }
 }
 
 TEST(AllocationFailureTest, MergeOfTwoWithOneOid) {
@@ -302,7 +355,8 @@ TEST(AllocationFailureTest, PassedOperationsAreTraced) {
       {"merge", merge, 2},
       {"reading",
        [](const Schemas::Pair &pair) {
-         return pair.old->readFile("V3.user.at");
+         return leaksAnalyser(
+             [&pair] { return pair.old->readFile("V3.user.at"); });
        },
        3},
   };
@@ -314,10 +368,8 @@ TEST(AllocationFailureTest, PassedOperationsAreTraced) {
       const Schemas::Pair pair = schemas.make();
       bool thrown = false;
       const Calls calls(kTraceEntry | kTraceWalkEntry);
-      failed = leaksAnalyser([&] {
-        return failsAt(
-            n, false, [&] { test.operation(pair); }, &thrown);
-      });
+      failed = failsAt(
+          n, false, [&] { test.operation(pair); }, &thrown);
       EXPECT_TRUE(calls.balanced());
       EXPECT_TRUE(calls.passedWithoutResult());
       EXPECT_EQ(calls.passed() > 0, thrown);

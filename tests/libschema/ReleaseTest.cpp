@@ -113,6 +113,33 @@ TEST(ReleaseTest, OfWhatAComparisonRemoves) {
   EXPECT_EQ(made(), (Counts{0, 0, 0}));
 }
 
+TEST(ReleaseTest, OfWhatACheckTakesOut) {
+  const Made made;
+  {
+    const auto old = makeSchema({{kFile, fileText()}});
+    const auto release = makeSchema({{kFile, ""}});
+    EXPECT_EQ(old->checkCollisions(release.get()), 1U);
+    EXPECT_EQ(made(), (Counts{2, 2, 0}));
+  }
+  EXPECT_EQ(made(), (Counts{0, 0, 0}));
+}
+
+TEST(ReleaseTest, OfWhatAListWithdraws) {
+  const Made made;
+  {
+    const TemporaryDirectory list;
+    for (const Kind &kind : kKinds) {
+      list.write(kind.label, oidOf(kind, 1) + '\n');
+    }
+    const auto schema = makeSchema({{kFile, fileText()}});
+    for (const Kind &kind : kKinds) {
+      EXPECT_EQ(schema->modifySchema(list.string() + '/' + kind.label), 0U);
+    }
+    EXPECT_EQ(made(), (Counts{2, 2, 1}));
+  }
+  EXPECT_EQ(made(), (Counts{0, 0, 0}));
+}
+
 // Nothing leads to a replaced definition: it is released at once.
 TEST(ReleaseTest, OfWhatAMergeReplaces) {
   const Made made;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <locale>
 #include <memory>
@@ -470,19 +471,23 @@ void SchemaManager::removeOwned(Entry<Kind> entry) {
   }
 }
 
-// The same for many entries, in the order of the table. Where OIDs may lead to
-// the definitions, these are kept: to look up each would take longer.
+// The same for many entries, in the order of the table; nothing has left it
+// when this throws. Where OIDs may lead to the definitions, all of these are
+// kept until the manager goes, since to look up each takes longer. Returns them
+// in the order of their addresses: it is mostly that in which they were read.
 template <class Kind>
-void SchemaManager::removeOwned(const std::vector<Entry<Kind>> &entries) {
+std::vector<typename Kind::Definition *> SchemaManager::removeOwned(
+    const std::vector<Entry<Kind>> &entries) {
   std::vector<typename Kind::Definition *> removed(entries.size());
   std::transform(entries.begin(), entries.end(), removed.begin(),
                  [](Entry<Kind> entry) { return entry->second; });
+  std::sort(removed.begin(), removed.end(), std::less<>());
   if (Kind::byOid(this) != nullptr) {
-    std::sort(removed.begin(), removed.end());
     for (auto *definition : removed) {
       m_kept.keep(definition);
     }
-    removed.clear();
+    eraseAll(entries, &Kind::owning(this));
+    return removed;
   }
   eraseAll(entries, &Kind::owning(this));
   for (auto *definition : removed) {
@@ -490,6 +495,7 @@ void SchemaManager::removeOwned(const std::vector<Entry<Kind>> &entries) {
       delete definition;
     }
   }
+  return {};
 }
 
 unsigned int SchemaManager::mergeSchemas(SchemaManager *old) {

@@ -350,7 +350,8 @@ class SchemaManager {
   template <class Kind>
   void removeOwned(Entry<Kind> entry);
   template <class Kind>
-  void removeOwned(const std::vector<Entry<Kind>> &entries);
+  std::vector<typename Kind::Definition *> removeOwned(
+      const std::vector<Entry<Kind>> &entries);
   template <class Definition>
   void deleteOwned(const Table<Definition> &table);
 

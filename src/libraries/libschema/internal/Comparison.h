@@ -2,8 +2,8 @@
 #ifndef LIBSCHEMA_INTERNAL_COMPARISON_H_
 #define LIBSCHEMA_INTERNAL_COMPARISON_H_
 
-#include <algorithm>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "SchemaManager.h"
@@ -25,6 +25,7 @@ class SchemaManager::Comparison {
     pair(&Kind::owning(schema), &Kind::owning(other));
   }
 
+  // Without a trace, nothing has changed when this throws.
   void run() {
     for (std::size_t index = 0; index < m_pairs.size(); ++index) {
       if (index + kAhead < m_pairs.size()) {
@@ -38,10 +39,12 @@ class SchemaManager::Comparison {
         }
       }
     }
+    const auto kept = m_schema->removeOwned<Kind>(m_removals);
     if (!m_traced) {
-      removeFromFileSets();
+      for (Definition *definition : kept) {
+        removeFromFileSet(definition);
+      }
     }
-    m_schema->removeOwned<Kind>(m_removals);
   }
 
  private:
@@ -104,21 +107,9 @@ class SchemaManager::Comparison {
     }
   }
 
-  // In the order in which the definitions were read, which is mostly that of
-  // their OIDs. Only a trace shows the order.
-  void removeFromFileSets() {
-    std::vector<Definition *> removed(m_removals.size());
-    std::transform(m_removals.begin(), m_removals.end(), removed.begin(),
-                   [](Entry<Kind> entry) { return entry->second; });
-    std::sort(removed.begin(), removed.end());
-    for (Definition *definition : removed) {
-      removeFromFileSet(definition);
-    }
-  }
-
   SchemaManager *const m_schema;
   const libschema::OidFilter m_excluded;
-  const bool m_traced;
+  const bool m_traced;  // then everything happens in the order of the records
   std::vector<Pair> m_pairs;            // in the order of the table
   std::vector<Entry<Kind>> m_removals;  // the walk changes no table
 };

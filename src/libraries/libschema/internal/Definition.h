@@ -54,7 +54,7 @@ void appendJoined(std::string *line, const std::vector<std::string> &elements,
 void appendField(std::string *line, const char *keyword,
                  const std::string &value);
 
-// Writes the line and an end of line to `out`, and flushes.
+// Writes the line, which is used up, and an end of line to `out`, and flushes.
 void writeLine(std::ofstream &out, std::string line);
 
 // Prints `label`, the value (or each element and a blank), and an end of line

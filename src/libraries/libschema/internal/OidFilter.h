@@ -10,8 +10,8 @@
 
 namespace libschema {
 
-// A bit for each of the OIDs among 16 times as many, which are asked in place
-// of the set, far from each other in memory.
+// One bit in sixteen is set. They are asked before the set, the elements of
+// which lie far apart in memory.
 class OidFilter {
  public:
   explicit OidFilter(const std::set<std::string> &oids)
