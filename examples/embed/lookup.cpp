@@ -17,30 +17,37 @@ const char *const kFiles[] = {
     "V3.qor.oc",    "V3.system.at", "V3.system.oc",
     "V3.config.at", "V3.config.oc", "V3.modifiedschema"};
 
-bool hasName(SchemaManager *schema, const QORSchema &definition,
-             const std::string &name) {
-  return std::any_of(
-      definition.names().begin(), definition.names().end(),
-      [&](const auto &each) { return schema->convert(each) == name; });
+// As the manager lowers names: ASCII letters only, in every locale.
+std::string lower(std::string text) {
+  for (char &c : text) {
+    if (c >= 'A' && c <= 'Z') {
+      c = static_cast<char>(c - 'A' + 'a');
+    }
+  }
+  return text;
+}
+
+bool hasName(const QORSchema &definition, const std::string &name) {
+  return std::any_of(definition.names().begin(), definition.names().end(),
+                     [&](const auto &each) { return lower(each) == name; });
 }
 
 // The manager finds a first name or an OID at once. The other names are
 // searched for, in the order of the first names.
 template <class Definition>
-const Definition *find(SchemaManager *schema,
-                       const DefinitionWalk<Definition> &byName,
+const Definition *find(const DefinitionWalk<Definition> &byName,
                        const DefinitionWalk<Definition> &byOid,
                        const std::string &key) {
-  const std::string name = schema->convert(key);
+  const std::string name = lower(key);
   if (const Definition *found = byName.find(name)) {
     return found;
   }
   if (const Definition *found = byOid.find(key)) {
     return found;
   }
-  const auto found = std::find_if(
-      byName.begin(), byName.end(),
-      [&](const auto &each) { return hasName(schema, each, name); });
+  const auto found =
+      std::find_if(byName.begin(), byName.end(),
+                   [&](const auto &each) { return hasName(each, name); });
   return found == byName.end() ? nullptr : &*found;
 }
 
@@ -58,8 +65,13 @@ void print(const char *field, const std::vector<std::string> &values) {
   print(field, text);
 }
 
+void printFlag(const char *field, bool value) {
+  print(field, std::string(value ? "yes" : "no"));
+}
+
 void printStorage(const QORAttribute &storage) {
   print("columns", storage.columnNames());
+  print("access class", storage.accessClass());
   print("length", storage.length());
   std::vector<std::string> indexes;
   if (storage.hasEquality()) indexes.push_back("equality");
@@ -73,12 +85,15 @@ void printType(const Attribute &type) {
   std::cout << "attribute type " << type.oid() << '\n';
   print("names", type.names());
   print("description", type.description());
+  printFlag("obsolete", type.isObsolete());
   print("superiors", type.superiors());
   print("equality", type.equality());
   print("ordering", type.ordering());
   print("substrings", type.substr());
   print("syntax", type.syntax());
-  print("values", type.isSingleValue() ? "one" : "many");
+  printFlag("single-valued", type.isSingleValue());
+  printFlag("collective", type.isCollective());
+  printFlag("modifiable by users", type.isUserModifiable());
   print("usage", type.usage());
 }
 
@@ -98,9 +113,29 @@ void printClass(const ObjectClass &objectClass) {
             << '\n';
   print("names", objectClass.names());
   print("description", objectClass.description());
+  printFlag("obsolete", objectClass.isObsolete());
   print("superiors", objectClass.superiors());
   print("must", objectClass.requiredAttributes());
   print("may", objectClass.optionalAttributes());
+}
+
+// Prints what has the name or the OID. False if nothing has.
+bool lookUp(const SchemaManager &schema, const std::string &key) {
+  const Attribute *type =
+      find(schema.eachAttributeType(), schema.eachAttributeTypeByOid(), key);
+  const ObjectClass *objectClass =
+      find(schema.eachObjectClass(), schema.eachObjectClassByOid(), key);
+  if (type != nullptr) {
+    printType(*type);
+    const auto storage = schema.eachStorageDefinition();
+    if (const QORAttribute *found = storage.find(type->oid())) {
+      printStorage(*found);
+    }
+  }
+  if (objectClass != nullptr) {
+    printClass(*objectClass);
+  }
+  return type != nullptr || objectClass != nullptr;
 }
 
 }  // namespace
@@ -120,21 +155,7 @@ int main(int argc, char **argv) {
   int status = 0;
   const std::vector<std::string> keys(argv + 2, argv + argc);
   for (const std::string &key : keys) {
-    const Attribute *type = find(&schema, schema.eachAttributeType(),
-                                 schema.eachAttributeTypeByOid(), key);
-    const ObjectClass *objectClass = find(&schema, schema.eachObjectClass(),
-                                          schema.eachObjectClassByOid(), key);
-    if (type != nullptr) {
-      printType(*type);
-      const auto storage = schema.eachStorageDefinition();
-      if (const QORAttribute *found = storage.find(type->oid())) {
-        printStorage(*found);
-      }
-    }
-    if (objectClass != nullptr) {
-      printClass(*objectClass);
-    }
-    if (type == nullptr && objectClass == nullptr) {
+    if (!lookUp(schema, key)) {
       std::cout << "nothing is called " << key << '\n';
       status = 1;
     }

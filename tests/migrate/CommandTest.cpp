@@ -44,7 +44,7 @@ Exit status:
   1 differences, or changes to be made
   2 findings: errors, collisions, what apply refuses, an unknown name
   3 bad input: a file whose content cannot be used
-  4 a file, a directory or an output fails or is in the way
+  4 a file, a directory, an output or the memory fails or is in the way
   5 wrong usage
   6 a fault of the command itself
 )";
@@ -58,7 +58,7 @@ Options:
   --trace FILE                File for a trace of the library's operations
   --trace-events MASK Needs: --trace
                               What to trace, as a mask of event bits: 0x1000 and 0x10000 operations (0x2000 and 0x20000 their ends alone), 0x4000000 messages
-  --format FORMAT:{text,json} How to print the result: text (the default), or json: one document in the form that a schema in docs/json states
+  --format FORMAT:{text,json} How to print the result: text (the default), or json: one document in the form that a schema in share/doc/schema-migrate/json states
   --old DIR REQUIRED          Schema directory of the old installation
   --new DIR REQUIRED          Schema directory of the new release
   --excluded-oids FILE        List of OIDs that are not to be carried
@@ -80,7 +80,7 @@ Exit status:
   0 done
   2 refused; plan says the same
   3 bad input: a file whose content cannot be used
-  4 a file, a directory or an output fails or is in the way
+  4 a file, a directory, an output or the memory fails or is in the way
   5 wrong usage
   6 a fault of the command itself
 )";

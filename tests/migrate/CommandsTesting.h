@@ -20,7 +20,8 @@ inline std::string exitStatusHelp(const std::string &found) {
          "  0 done\n" +
          found +
          "  3 bad input: a file whose content cannot be used\n"
-         "  4 a file, a directory or an output fails or is in the way\n"
+         "  4 a file, a directory, an output or the memory fails or is in the "
+         "way\n"
          "  5 wrong usage\n"
          "  6 a fault of the command itself\n";
 }
@@ -39,8 +40,8 @@ constexpr char kCommonOptionsHelp[] =
 // Behind them, the option of a command whose result can be had as JSON.
 constexpr char kFormatHelp[] =
     "  --format FORMAT:{text,json} How to print the result: text (the "
-    "default), or json: one document in the form that a schema in docs/json "
-    "states\n";
+    "default), or json: one document in the form that a schema in "
+    "share/doc/schema-migrate/json states\n";
 
 // The other options of a command that reads two directories.
 constexpr char kBothOptionsHelp[] =

@@ -56,7 +56,11 @@ class Attribute : public QORSchema {
   ///    place is dropped. Of a list in parentheses, here or behind DESC, SYNTAX
   ///    and USAGE, each element replaces the OID, and its ")" ends the
   ///    definition.
-  ///  - Any other word, number or quoted string replaces the OID.
+  ///  - Any other word, number without a length or quoted string replaces the
+  ///    OID.
+  ///  - A name that is a keyword is dropped, or taken for the field that it
+  ///    spells. But "objectclasses" and "attributetypes" are names, in this
+  ///    spelling whatever that of the file ('objectClasses').
   ///  - The names end at the next field. A ")" does not end them, so that a
   ///    definition whose last field is NAME runs on into the next one, and at
   ///    the end of the file never ends.

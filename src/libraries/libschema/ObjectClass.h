@@ -29,8 +29,9 @@ class ObjectClass : public QORSchema {
   void dump() override;
 
   /// Writes "objectclasses=( ... )". The line reads back to the same values if
-  /// there is a name, and no name in it is a keyword. Without a name the word
-  /// that follows is lost, and reading it back may never end.
+  /// there is a name, and no name in it is a keyword. Kept on purpose: names
+  /// never stand in parentheses; without a name the word that follows is lost,
+  /// and reading it back may never end.
   void dump(std::ofstream &out) override;
 
   std::string getOid() override;
@@ -49,8 +50,14 @@ class ObjectClass : public QORSchema {
   /// object.
   ///
   /// Kept on purpose:
-  ///  - Any word, number or quoted string that belongs to no field replaces the
+  ///  - SUP takes a word, a quoted string or a list in parentheses, DESC a word
+  ///    or a quoted string; another token in their place is dropped, a number
+  ///    behind SUP too.
+  ///  - Any other word, number without a length or quoted string replaces the
   ///    OID. A number ends a list, and so replaces the OID too.
+  ///  - A name that is a keyword is dropped, or taken for the field that it
+  ///    spells. The lists take "objectclasses" and "attributetypes", in this
+  ///    spelling whatever that of the file.
   ///  - The names end at the next field. A ")" does not end them, so that a
   ///    definition whose last field is NAME runs on into the next one, and at
   ///    the end of the file never ends.

@@ -39,13 +39,15 @@ class QORAttribute : public Attribute {
   /// What was read before that stays in the object.
   ///
   /// Kept on purpose:
-  ///  - Any word, number or quoted string that belongs to no field replaces the
-  ///    OID; NAME is not known here, so that a name does.
+  ///  - Any word, number without a length or quoted string that belongs to no
+  ///    field replaces the OID; NAME is not known here, so that a name does.
   ///  - The token behind DBNAME is passed over as the list's "(", whatever it
   ///    is: without parentheses the first column name is lost.
-  ///  - The DBNAME list ends at its ")" or at the next field. Without
-  ///    parentheses and as the last field it takes the definition's own ")" and
-  ///    the parse runs on. A list that the end of the file cuts off never ends.
+  ///  - The DBNAME list ends at its ")" or at the next field, but not at
+  ///    REVERSE. Without parentheses and as the last field it takes the
+  ///    definition's own ")" and the parse runs on. A list that the end of the
+  ///    file cuts off never ends.
+  ///  - A column name that is a keyword is treated like a name in Attribute.
   ///  - ACCESS-CLASS and LENGTH take whatever token follows.
   ///  - REVERSE is dropped.
   int parse(SchemaLexan *lex);

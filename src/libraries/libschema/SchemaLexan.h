@@ -39,8 +39,9 @@
 ///    it is returned with that one's code.
 ///  - Every other character is a token of its own.
 ///  - A word, string or number that the end of the file cuts off is lost, and
-///    TOK_DONE comes in its place: a word or a number with nothing but blanks
-///    behind it, a string with nothing behind its closing quote.
+///    TOK_DONE comes in its place: a word with nothing behind it (tabs belong
+///    to it), a string with nothing behind its closing quote, a number with
+///    nothing but blanks behind it, one with a length with nothing behind that.
 ///
 /// Letters, digits and punctuation are those of ASCII in every locale.
 ///

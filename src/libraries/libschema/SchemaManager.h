@@ -51,9 +51,10 @@ class TraceScope;
 /// Kept on purpose: the manager never frees such a definition. Keys are
 /// compared byte by byte.
 ///
-/// File operations return 0 for success; operations on two schemas, and
-/// isExcluded(), return 1 for success or yes. Nothing is thrown but allocation
-/// failures, after which a manager is fit for destruction.
+/// File operations return 0 for success; operations on two schemas,
+/// isExcluded() and isModFileEmpty() return 1 for success or yes. Nothing is
+/// thrown but allocation failures, after which a manager is fit for
+/// destruction.
 ///
 /// A manager belongs to one thread; two managers are independent, except while
 /// an operation runs with both.
@@ -147,10 +148,12 @@ class SchemaManager {
   /// same key, and what is excluded. Returns 1. The parts do it for one kind
   /// each.
   ///
-  /// Attribute types and object classes leave the table of names and their
-  /// file's set of OIDs; they can still be reached by OID. Storage definitions
-  /// leave their table, and their OID stays recorded. `other`, which is not
-  /// null, is only read.
+  /// Attribute types and object classes leave the table of names, and their OID
+  /// its set as by delOidFromFileSet(): one recorded for two of those files
+  /// stays in the second set, and what is in that of V3.modifiedschema stays.
+  /// They can still be reached by OID, and stay in memory until the manager
+  /// goes. Storage definitions leave their table, and their OID stays recorded.
+  /// `other`, which is not null, is only read.
   ///
   /// Kept on purpose: an attribute type or object class is looked for under its
   /// first name alone, whatever its OID; one that has that name among others
@@ -164,16 +167,16 @@ class SchemaManager {
   unsigned int compObjTables(SchemaManager *other);
 
   /// Moves the definitions of `old`, which is not null, into this schema. The
-  /// parts do it for one kind each. One that has the key of a definition here
-  /// replaces it; another is added, and its OID is recorded for the same file
-  /// as in `old`.
+  /// parts do it for one kind each, in the order below. One that has the key of
+  /// a definition here replaces it; another is added, and its OID is recorded
+  /// for the same file as in `old`.
   ///
   /// Returns 1, and `old` has no definitions left but those that only their OID
   /// leads to. Returns 0 at the first definition to be added whose OID is
-  /// recorded for no user, qor or system file of `old`; the definitions before
-  /// it then stand in both schemas, the later parts are left undone, and both
-  /// schemas can be used and destroyed as always. When it throws, each
-  /// definition stands in one of the two schemas.
+  /// recorded for no user, qor or system file of `old`; those of its kind
+  /// before it then stand in both schemas, kinds merged before have moved, the
+  /// later parts are left undone, and both schemas can be used and destroyed as
+  /// always. When it throws, each definition stands in one of the two schemas.
   ///
   /// Kept on purpose: the merge does not see to it that what it has moved can
   /// be written. A definition that has the name but not the OID of one here
@@ -215,7 +218,8 @@ class SchemaManager {
   /// names of each object class in the table, or a line that says that there is
   /// none. Can be asked for at any time, and changes nothing.
   std::string getOcTable();
-  /// The same for attribute types.
+  /// The same for attribute types. Kept on purpose: the heading lacks the word
+  /// "definition" that the others have.
   std::string getAttrTable();
   /// The same for storage definitions, which have no names.
   std::string getQORAttrTable();
@@ -242,7 +246,8 @@ class SchemaManager {
   void dumpAttrTable();
   /// Prints the table of storage definitions.
   void dumpQORAttrTable();
-  /// Prints the table of object classes.
+  /// Prints the table of object classes. Kept on purpose: a tab stands between
+  /// the "Key" and the "Value" of its heading, not a newline.
   void dumpOcTable();
   /// Prints the OIDs of V3.user.oc, one a line, in their order.
   void dumpUserOc();
@@ -283,9 +288,9 @@ class SchemaManager {
     return DefinitionWalk<QORAttribute>(m_qor_attr_table);
   }
 
-  /// The OIDs recorded for the file `fileName`, in ascending order; null when
-  /// none are recorded for a file of this name. Valid as long as the manager,
-  /// and each change shows in it.
+  /// The OIDs recorded for the file `fileName`, in ascending order; null for
+  /// any other name than the seven that can be written. Valid as long as the
+  /// manager, and each change shows in it.
   const std::set<std::string> *recordedOids(const std::string &fileName) const;
 
   /// What readExcludedOids() has read, in ascending order. Valid as long as the

@@ -18,7 +18,8 @@ namespace {
 std::string exitStatus(const std::string &found) {
   return "Exit status:\n  0 done\n" + found +
          "  3 bad input: a file whose content cannot be used\n"
-         "  4 a file, a directory or an output fails or is in the way\n"
+         "  4 a file, a directory, an output or the memory fails or is in the "
+         "way\n"
          "  5 wrong usage\n"
          "  6 a fault of the command itself";
 }
@@ -356,7 +357,7 @@ void CommandLine::addFormat(CLI::App *command) {
             m_options.json = format == "json";
           },
           "How to print the result: text (the default), or json: one document "
-          "in the form that a schema in docs/json states")
+          "in the form that a schema in share/doc/schema-migrate/json states")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "json"}));
 }
