@@ -109,14 +109,17 @@ class InMemory {
 };
 
 // A test with an old installation and a release, and "out", which a test
-// prepares as it was before the runs.
+// prepares as it was before the runs. One line is longer than any buffer.
 class FaultTest : private InMemory, public MigrateTest {
  protected:
+  static constexpr std::size_t kManyBytes = 20000;
+
   FaultTest() {
     write("old/V3.user.at",
           "attributetypes=( 1.1 NAME 'a' DESC 'x' )\n"
           "attributetypes=( 1.2 NAME 'b' DESC 'x' )\n"
-          "attributetypes=( 1.3 NAME 'c' DESC 'x' )\n");
+          "attributetypes=( 1.3 NAME 'c' DESC '" +
+              std::string(kManyBytes, 'x') + "' )\n");
     write("new/V3.config.at", "# kept\n");
     writeSmallRelease();
   }

@@ -22,12 +22,21 @@ class ReadFaultTest : public FaultTest,
 
 TEST_P(ReadFaultTest, IsSaidOrDoesNotMatter) {
   const CommandResult right = run(GetParam());
-  for (const std::string call :
-       {"getdents64", "lseek", "newfstatat", "openat", "read"}) {
+  const struct {
+    std::string call;
+    std::string error;
+    const char *more;  // from the first that fails on
+  } kFaults[] = {
+      {"getdents64", "EIO", ""}, {"lseek", "EIO", ""},
+      {"newfstatat", "EIO", ""}, {"openat", "EIO", ""},
+      {"read", "EIO", ""},       {"openat", "EMFILE", "+"},
+  };
+  for (const auto &[call, error, more] : kFaults) {
     const int last = callsOf(call, GetParam());
     for (int n = callsToLoad(call) + 1; n <= last && !HasFailure();
          n += stepOfSweep()) {
-      const std::string fault = call + ":error=EIO:when=" + std::to_string(n);
+      const std::string fault =
+          call + ":error=" + error + ":when=" + std::to_string(n) + more;
       SCOPED_TRACE(fault);
       const CommandResult result = runWithFault(fault, GetParam());
       if (result.status == kFileError) {
