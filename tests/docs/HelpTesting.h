@@ -21,6 +21,7 @@ struct Help {
   std::vector<std::string> commands;  // of the help of the program itself
   std::map<std::string, HelpOption> options;
   std::map<std::string, std::string> statuses;
+  std::string example;  // the first
 };
 
 inline std::vector<std::string> linesOf(const std::string &text) {
@@ -83,6 +84,8 @@ inline Help helpOf(const std::string &command) {
         help.commands.push_back(word);
       } else if (section == "Exit status:") {
         help.statuses[word] = line.substr(4);
+      } else if (section == "Example:" && help.example.empty()) {
+        help.example = line.substr(2);
       }
     }
   }

@@ -71,6 +71,15 @@ void expectSame(const std::string &command) {
   EXPECT_EQ(entriesOf(pageOf(command), "EXIT STATUS"), statuses);
 }
 
+// The first command of the examples of a page, on one line.
+std::string exampleOf(const std::string &page) {
+  const std::string fence = "```\n";
+  const std::string text = replaceAll(readText(page), "\\\\\n    ", "");
+  const auto examples = text.find("# EXAMPLES");
+  const auto from = text.find(fence, examples) + fence.size();
+  return text.substr(from, text.find('\n', from) - from);
+}
+
 TEST(ManualTest, HasTheOptionsAndExitStatusesOfTheHelp) {
   expectSame("");
   for (const std::string &command : helpOf("").commands) {
@@ -84,6 +93,16 @@ TEST(ManualTest, NamesTheCommandsOfTheHelp) {
     commands["*" + command + "*"] = "";
   }
   EXPECT_EQ(keysOf(entriesOf(pageOf(""), "COMMANDS")), keysOf(commands));
+}
+
+TEST(ManualTest, BeginsWithTheExampleOfTheHelp) {
+  std::vector<std::string> commands = helpOf("").commands;
+  commands.emplace_back();
+  for (const std::string &command : commands) {
+    const std::string expected = helpOf(command).example;
+    EXPECT_EQ(expected.rfind("schema-migrate ", 0), 0U) << expected;
+    EXPECT_EQ(exampleOf(pageOf(command)), expected);
+  }
 }
 
 TEST(ManualTest, PagesBeginWithTheirNameAndTheVersion) {
