@@ -1,6 +1,7 @@
 # What is installed besides the files of the targets: what find_package() and
-# pkg-config read. The paths in it are relative, so that an installed tree can
-# be moved. A rule that names no component belongs to the tool.
+# pkg-config read, and the programs to start from. The paths in it are relative,
+# so that an installed tree can be moved. A rule that names no component belongs
+# to the tool.
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
@@ -43,3 +44,9 @@ foreach(module libschema libschema-platform)
     DESTINATION "${pc_dir}"
     COMPONENT development)
 endforeach()
+
+# Each package has its own folder for documents.
+install(
+  DIRECTORY examples/embed
+  DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/libschema-dev/examples"
+  COMPONENT development)

@@ -15,7 +15,7 @@
 
 include_guard()
 include(GNUInstallDirs)
-include(Target)
+include("${CMAKE_CURRENT_LIST_DIR}/Target.cmake")
 
 # 0.1 is compatible with 0.1.1, but not with 0.2; from 1.0 on, 1.0 is with 1.1.
 if(PROJECT_VERSION_MAJOR EQUAL 0)

@@ -67,8 +67,8 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
 Reads, compares, merges and writes the schema files of a directory server:
 attribute types, object classes and storage definitions.
 .
-This package holds the headers, the static libraries, and what CMake and
-pkg-config need to find them.")
+This package holds the headers, the static libraries, what CMake and pkg-config
+need to find them, and three programs to start from.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION admin)
 if(BUILD_SHARED_LIBS)

@@ -2,7 +2,7 @@
 # share: the language, without a compiler's extensions, and the warnings.
 
 include_guard()
-include(Warnings)
+include("${CMAKE_CURRENT_LIST_DIR}/Warnings.cmake")
 
 function(libschema_target target)
   target_compile_features(${target} PUBLIC cxx_std_17)

@@ -18,6 +18,14 @@ _schema_migrate() {
   local planning='--modified-oids --base --prefer --decisions --leave-out
     --accept --max-size'
   local trace='--trace --trace-events'
+  local codes='MISNAMED-FILE NON-ASCII APOSTROPHE LINE-BREAK QUOTE-UNCLOSED
+    DOUBLE-QUOTES TAB CARRIAGE-RETURN QUOTED-KEYWORD QUOTED-NUMBER NO-NEWLINE
+    KEYWORD-SPELLING ODD-CHARACTER BAD-LENGTH SECTION-SPELLING OUTSIDE-SECTION
+    UNCLOSED NAMES-LAST COLUMNS-LAST BARE-LIST-LAST UNKNOWN-FIELD SUPERIOR-LIST
+    OID-IN-LIST MISSING-VALUE BAD-VALUE DIFFERS NO-OID NAMELESS-CLASS SHADOWED
+    OID-TWICE OID-OF-TWO-KINDS STORAGE-WITHOUT-TYPE NAME-OTHER-OID
+    OID-OTHER-NAME NOT-MERGEABLE IN-COPIED-FILE CHANGED-BY-BOTH
+    PREFERENCE-SPLIT'
   COMPREPLY=()
 
   if ((COMP_CWORD == 1)); then
@@ -29,6 +37,12 @@ _schema_migrate() {
     return
   fi
 
+  # In --old=DIR the words are --old, = and DIR.
+  if [[ $word == = ]]; then
+    word=''
+  elif [[ $previous == = ]]; then
+    previous=${COMP_WORDS[COMP_CWORD - 2]}
+  fi
   case $previous in
     --old | --new | --base | --out | --dir)
       _schema_migrate_paths "$word" -d
@@ -51,7 +65,15 @@ _schema_migrate() {
         -- "$word"))
       return
       ;;
-    --accept | --backup | --max-size | --trace-events)
+    --accept)
+      local before=''
+      if [[ $word == *,* ]]; then
+        before=${word%,*},
+      fi
+      COMPREPLY=($(compgen -P "$before" -W "$codes" -- "${word##*,}"))
+      return
+      ;;
+    --backup | --max-size | --trace-events)
       return
       ;;
   esac

@@ -9,6 +9,15 @@ end
 set -l both 'plan apply collisions compare'
 set -l planning 'plan apply'
 set -l traced 'apply check collisions compare show dump'
+set -l codes \
+    MISNAMED-FILE NON-ASCII APOSTROPHE LINE-BREAK QUOTE-UNCLOSED DOUBLE-QUOTES \
+    TAB CARRIAGE-RETURN QUOTED-KEYWORD QUOTED-NUMBER NO-NEWLINE \
+    KEYWORD-SPELLING ODD-CHARACTER BAD-LENGTH SECTION-SPELLING OUTSIDE-SECTION \
+    UNCLOSED NAMES-LAST COLUMNS-LAST BARE-LIST-LAST UNKNOWN-FIELD \
+    SUPERIOR-LIST OID-IN-LIST MISSING-VALUE BAD-VALUE DIFFERS NO-OID \
+    NAMELESS-CLASS SHADOWED OID-TWICE OID-OF-TWO-KINDS STORAGE-WITHOUT-TYPE \
+    NAME-OTHER-OID OID-OTHER-NAME NOT-MERGEABLE IN-COPIED-FILE CHANGED-BY-BOTH \
+    PREFERENCE-SPLIT
 set -l formatted 'plan apply check collisions compare show'
 
 complete -c schema-migrate -f
@@ -53,6 +62,7 @@ _schema_migrate_option $planning -l decisions -r -F \
 _schema_migrate_option $planning -l leave-out \
     -d 'Leave out what cannot be added'
 _schema_migrate_option $planning -l accept -x \
+    -a "(__fish_append , $codes)" \
     -d 'Codes of errors that are not to stop the migration'
 
 _schema_migrate_option $formatted -l format -x -a 'text json' \
