@@ -101,7 +101,8 @@ void measureMemory(benchmark::State &state, const Make &make) {
     bytes = mallinfo2().uordblks - before;
   }
   state.counters["bytes"] =
-      static_cast<double>(bytes) / static_cast<double>(state.range(0));
+      static_cast<double>(bytes) /
+      static_cast<double>(Corpus::of(state).definitions());
 }
 
 void memoryOfSchema(benchmark::State &state) {

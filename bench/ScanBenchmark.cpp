@@ -40,7 +40,7 @@ void lexan(benchmark::State &state) {
   reportBytes(&state, corpus);
 }
 
-BENCHMARK(sbumpcLoop)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(lexan)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(sbumpcLoop)->Apply(eachSize);
+BENCHMARK(lexan)->Apply(eachSize);
 
 }  // namespace

@@ -28,6 +28,15 @@ bool differs(Age age, std::size_t number) {
   return age == Age::kNew && number % 20 == 9;
 }
 
+// A file; a failure throws.
+class Output : public std::ofstream {
+ public:
+  explicit Output(const std::filesystem::path &path) {
+    exceptions(failbit | badbit);
+    open(path);
+  }
+};
+
 // Each definition from its opening parenthesis on.
 
 void writeType(std::size_t number, Age age, std::ostream *out) {
@@ -50,11 +59,10 @@ void writeStorage(std::size_t number, Age age, std::ostream *out) {
 void writeClass(std::size_t number, std::size_t types, Age age,
                 std::ostream *out) {
   *out << "( 1.3.6.1.4.1.99999.2." << number << " NAME '"
-       << name("class", number)
-       << "' DESC 'An object class of the example' SUP ( "
-       << name("class", number / 2) << " ) "
-       << (number == 0 ? "ABSTRACT" : "STRUCTURAL") << " MUST ( "
-       << name("attribute", number % types) << " ) MAY ( "
+       << name("class", number) << "' DESC 'An object class of the example' "
+       << (number == 0 ? "ABSTRACT"
+                       : "SUP ( " + name("class", number / 2) + " ) STRUCTURAL")
+       << " MUST ( " << name("attribute", number % types) << " ) MAY ( "
        << name("attribute", (number + 1) % types) << " $ "
        << name("attribute", (number + 2) % types)
        << (differs(age, number) ? " $ cn" : "") << " ) )\n";
@@ -70,7 +78,7 @@ Shares::Shares(std::size_t definitions)
 void generateSchema(const std::filesystem::path &directory,
                     std::size_t definitions, Age age) {
   const Shares shares(definitions);
-  std::ofstream attributes(directory / "V3.user.at");
+  Output attributes(directory / "V3.user.at");
   for (std::size_t number = 0; number < shares.types; ++number) {
     if (lacks(age, number)) {
       continue;
@@ -82,7 +90,7 @@ void generateSchema(const std::filesystem::path &directory,
       writeStorage(number, age, &attributes);
     }
   }
-  std::ofstream objects(directory / "V3.user.oc");
+  Output objects(directory / "V3.user.oc");
   for (std::size_t number = 0; number < shares.classes; ++number) {
     if (!lacks(age, number)) {
       objects << "objectclasses=";
@@ -94,12 +102,21 @@ void generateSchema(const std::filesystem::path &directory,
 void generateRfc4512(const std::filesystem::path &directory,
                      std::size_t definitions) {
   const Shares shares(definitions);
-  std::ofstream attributes(directory / "attributetypes");
+  Output attributes(directory / "attributetypes");
   for (std::size_t number = 0; number < shares.types; ++number) {
     writeType(number, Age::kOld, &attributes);
   }
-  std::ofstream objects(directory / "objectclasses");
+  Output objects(directory / "objectclasses");
   for (std::size_t number = 0; number < shares.classes; ++number) {
     writeClass(number, shares.types, Age::kOld, &objects);
   }
+}
+
+void generateCorpus(const std::filesystem::path &directory,
+                    std::size_t definitions) {
+  std::filesystem::create_directories(directory / "old");
+  std::filesystem::create_directories(directory / "new");
+  generateSchema(directory / "old", definitions, Age::kOld);
+  generateSchema(directory / "new", definitions, Age::kNew);
+  generateRfc4512(directory, definitions);
 }

@@ -30,4 +30,10 @@ void generateSchema(const std::filesystem::path &directory,
 void generateRfc4512(const std::filesystem::path &directory,
                      std::size_t definitions);
 
+// Makes the directories old and new in `directory`, which may be there, and
+// writes the two schemas to them, and the RFC 4512 lines beside them. Throws
+// when a file cannot be written.
+void generateCorpus(const std::filesystem::path &directory,
+                    std::size_t definitions);
+
 #endif  // BENCH_SCHEMAGENERATOR_H_

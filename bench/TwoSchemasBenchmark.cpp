@@ -47,7 +47,7 @@ void compSchemas(benchmark::State &state) { measure(state, nothing, compare); }
 
 // As many OIDs are excluded as there are definitions; none of them is there.
 void compSchemasExcluding(benchmark::State &state) {
-  const std::string path = (Corpus::of(state).path() / "excluded").string();
+  const std::string path = (Corpus::of(state).scratch() / "excluded").string();
   std::ofstream list(path);
   for (std::int64_t number = 0; number < state.range(0); ++number) {
     list << "1.3.6.1.4.1.99999.1." << number << ".1\n";
@@ -82,9 +82,10 @@ void checkCollisions(benchmark::State &state) {
 void writeFile(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   const auto schema = readSchema(corpus.oldSchema());
+  const std::string directory = corpus.scratch().string();
   for (auto _ : state) {
-    schema->writeFile(corpus.path().string(), "V3.user.at");
-    schema->writeFile(corpus.path().string(), "V3.user.oc");
+    schema->writeFile(directory, "V3.user.at");
+    schema->writeFile(directory, "V3.user.oc");
   }
   reportTime(&state);
 }
@@ -94,14 +95,14 @@ void writeLines(benchmark::State &state) {
   const Corpus &corpus = Corpus::of(state);
   std::vector<std::string> lines;
   for (const char *name : {"V3.user.at", "V3.user.oc"}) {
-    readSchema(corpus.oldSchema())->writeFile(corpus.path().string(), name);
-    std::ifstream file(corpus.path() / name);
+    readSchema(corpus.oldSchema())->writeFile(corpus.scratch().string(), name);
+    std::ifstream file(corpus.scratch() / name);
     for (std::string line; std::getline(file, line);) {
       lines.push_back(line);
     }
   }
   for (auto _ : state) {
-    std::ofstream file(corpus.path() / "lines");
+    std::ofstream file(corpus.scratch() / "lines");
     for (const std::string &line : lines) {
       file << line << std::endl;
     }
@@ -114,7 +115,7 @@ BENCHMARK(compSchemasExcluding)->Apply(eachSize)->UseManualTime();
 BENCHMARK(mergeSchemas)->Apply(eachSize)->UseManualTime();
 BENCHMARK(mergeSchemasWhole)->Apply(eachSize)->UseManualTime();
 BENCHMARK(checkCollisions)->Apply(eachSize)->UseManualTime();
-BENCHMARK(writeFile)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeLines)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeFile)->Apply(eachSize);
+BENCHMARK(writeLines)->Apply(eachSize);
 
 }  // namespace
