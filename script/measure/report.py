@@ -7,6 +7,7 @@ import platform
 import re
 import statistics
 import subprocess
+import textwrap
 
 from measure import benchmarks, processes
 
@@ -180,12 +181,16 @@ def _print_machine(measured, root):
     release = platform.freedesktop_os_release().get("PRETTY_NAME", "")
     compiler = _output("g++", "--version").splitlines()[0]
     commit = _output("git", "-C", str(root), "describe", "--always", "--dirty")
-    print(f"- {datetime.date.today()}, rounds: {len(measured.rounds)}; median "
-          f"(least-most); load at the end: {os.getloadavg()[2]:.1f}")
-    print(f"- {model.group(1) if model else platform.machine()}, "
-          f"{os.cpu_count()} processors, {memory / (1 << 30):.0f} GB; "
-          f"{release}, Linux {platform.release()}")
-    print(f"- {compiler}, preset `release`; commit {commit or 'unknown'}\n")
+    for line in (
+            f"{datetime.date.today()}, rounds: {len(measured.rounds)}; median "
+            f"(least-most); load at the end: {os.getloadavg()[2]:.1f}",
+            f"{model.group(1) if model else platform.machine()}, "
+            f"{os.cpu_count()} processors, {memory / (1 << 30):.0f} GB; "
+            f"{release}, Linux {platform.release()}",
+            f"{compiler}, preset `release`; commit {commit or 'unknown'}"):
+        print(textwrap.fill(f"- {line}", 80, subsequent_indent="  ",
+                            break_on_hyphens=False))
+    print()
 
 
 def write(measured, sizes, root):
