@@ -30,6 +30,16 @@ def notice(text):
     print(f"script/performance: {text}", file=sys.stderr)
 
 
+def _runs(command, environment, folder=None):
+    try:
+        return subprocess.run(
+            command, cwd=folder, env={**os.environ, **environment},
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+            check=False).returncode == 0
+    except FileNotFoundError:
+        return False
+
+
 def _unpack(packages, folder):
     """Fetches packages unless that was done before."""
     root = folder / "root"
@@ -37,11 +47,8 @@ def _unpack(packages, folder):
         if list(folder.glob(f"{package}_*.deb")):
             continue
         folder.mkdir(parents=True, exist_ok=True)
-        fetched = subprocess.run(
-            ["apt-get", "-q", "-o", "APT::Sandbox::User=root", "download",
-             package], cwd=folder, stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL, check=False)
-        if fetched.returncode != 0:
+        if not _runs(["apt-get", "-q", "-o", "APT::Sandbox::User=root",
+                      "download", package], {}, folder):
             notice(f"Debian's package {package} cannot be fetched")
             return
         for file in folder.glob(f"{package}_*.deb"):
@@ -51,16 +58,6 @@ def _unpack(packages, folder):
 def _schema_files(folder):
     files = sorted(folder.glob("*.schema"))
     return sorted(files, key=lambda file: file.name not in _FIRST)
-
-
-def _runs(command, environment):
-    try:
-        return subprocess.run(
-            command, env={**os.environ, **environment},
-            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-            check=False).returncode == 0
-    except FileNotFoundError:
-        return False
 
 
 def find(folder):
