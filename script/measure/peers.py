@@ -23,7 +23,7 @@ class Peers:
     slaptest: str = None       # the command; none where it cannot be had
     schema_files: list = None  # in an order in which they can be read
     python_ldap: bool = False
-    environment: dict = dataclasses.field(default_factory=dict)  # of all
+    environment: dict = dataclasses.field(default_factory=dict)  # of both
 
 
 def notice(text):
