@@ -124,14 +124,14 @@ void equal(benchmark::State &state) {
   reportTime(&state, Kind::table(*schema).size());
 }
 
-BENCHMARK_TEMPLATE(parse, Types)->Apply(eachSize);
-BENCHMARK_TEMPLATE(parse, Storage)->Apply(eachSize);
-BENCHMARK_TEMPLATE(parse, Classes)->Apply(eachSize);
-BENCHMARK_TEMPLATE(dump, Types)->Apply(eachSize);
-BENCHMARK_TEMPLATE(dump, Storage)->Apply(eachSize);
-BENCHMARK_TEMPLATE(dump, Classes)->Apply(eachSize);
-BENCHMARK_TEMPLATE(equal, Types)->Apply(eachSize);
-BENCHMARK_TEMPLATE(equal, Storage)->Apply(eachSize);
-BENCHMARK_TEMPLATE(equal, Classes)->Apply(eachSize);
+BENCHMARK_TEMPLATE(parse, Types)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(parse, Storage)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(parse, Classes)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(dump, Types)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(dump, Storage)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(dump, Classes)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(equal, Types)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(equal, Storage)->Apply(eachSize)->UseRealTime();
+BENCHMARK_TEMPLATE(equal, Classes)->Apply(eachSize)->UseRealTime();
 
 }  // namespace

@@ -40,7 +40,7 @@ void lexan(benchmark::State &state) {
   reportBytes(&state, corpus);
 }
 
-BENCHMARK(sbumpcLoop)->Apply(eachSize);
-BENCHMARK(lexan)->Apply(eachSize);
+BENCHMARK(sbumpcLoop)->Apply(eachSize)->UseRealTime();
+BENCHMARK(lexan)->Apply(eachSize)->UseRealTime();
 
 }  // namespace

@@ -115,7 +115,7 @@ BENCHMARK(compSchemasExcluding)->Apply(eachSize)->UseManualTime();
 BENCHMARK(mergeSchemas)->Apply(eachSize)->UseManualTime();
 BENCHMARK(mergeSchemasWhole)->Apply(eachSize)->UseManualTime();
 BENCHMARK(checkCollisions)->Apply(eachSize)->UseManualTime();
-BENCHMARK(writeFile)->Apply(eachSize);
-BENCHMARK(writeLines)->Apply(eachSize);
+BENCHMARK(writeFile)->Apply(eachSize)->UseRealTime();
+BENCHMARK(writeLines)->Apply(eachSize)->UseRealTime();
 
 }  // namespace
