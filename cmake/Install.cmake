@@ -49,4 +49,5 @@ endforeach()
 install(
   DIRECTORY examples/embed
   DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/libschema-dev/examples"
-  COMPONENT development)
+  COMPONENT development
+  PATTERN build EXCLUDE)

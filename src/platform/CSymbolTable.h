@@ -14,6 +14,7 @@
 /// accepts an index without an entry. One table belongs to one thread.
 class CSymbolTable {
  public:
+  /// An empty table.
   CSymbolTable();
   virtual ~CSymbolTable();
 

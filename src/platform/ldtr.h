@@ -9,8 +9,8 @@
 /// the facility itself does not. Set it before other threads run traced code.
 extern unsigned int trcEvents;
 
-/// Writes an entry record of the function `id`. `data` is handed on to the sink
-/// and may be null.
+/// Writes an entry record of the function `id`. `kind` says which class of
+/// events it belongs to. `data` is handed on to the sink and may be null.
 void ldtr_write(unsigned int kind, unsigned int id, void *data);
 
 /// Writes an exit record of the function `id`: `kind` and `event` say which
@@ -26,8 +26,8 @@ class ldtr_formater_local {
   /// handed on to the sink and may be null; it is not owned.
   ldtr_formater_local(unsigned int id, unsigned int kind, void *data);
 
-  /// Formats as printf does and writes the record. A text of any length comes
-  /// out whole. Throws std::bad_alloc where a long text finds no memory.
+  /// Formats as printf does and writes the record. `level` is handed on to the
+  /// sink. A text of any length comes out whole. Throws std::bad_alloc where a long text finds no memory.
   void debug(unsigned int level, const char *format, ...)
       __attribute__((format(printf, 3, 4)));
 

@@ -13,6 +13,7 @@
 #include <map>
 #include <ostream>
 #include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,8 @@ struct Example {
 // How many commands a document shows at least; the others show none. Without
 // this, one in which no command is recognised any more would pass.
 const std::map<std::string, std::size_t> kLeastExamples = {
-    {"README.md", 7},
+    {"README.md", 8},
+    {"examples/README.md", 2},
     {"docs/file-format.md", 10},
     {"docs/migration.md", 19},
     {"docs/trace-ids.md", 2},
@@ -143,6 +145,27 @@ TEST_P(DocumentsTest, ShowWhatTheCommandPrints) {
   }
 }
 
+// The headings of a document as a link names them.
+std::set<std::string> placesIn(const fs::path &document) {
+  std::set<std::string> places;
+  for (const std::string &line : linesOf(readText(document))) {
+    const auto start = line.find_first_not_of('#');
+    if (start == 0 || start == std::string::npos || line[start] != ' ') {
+      continue;
+    }
+    std::string place = "#";
+    for (const char c : line.substr(start + 1)) {
+      if (isalnum(c) != 0 || c == '-') {
+        place += static_cast<char>(tolower(c));
+      } else if (c == ' ') {
+        place += '-';
+      }
+    }
+    places.insert(place);
+  }
+  return places;
+}
+
 // [text](path) and [text](path#place).
 TEST_P(DocumentsTest, LinkToWhatIsThere) {
   const std::string text = readText(kSources / GetParam());
@@ -151,10 +174,18 @@ TEST_P(DocumentsTest, LinkToWhatIsThere) {
        match != last; ++match) {
     const std::string target = (*match)[1];
     if (target.find("://") == std::string::npos) {
-      EXPECT_TRUE(fs::exists((kSources / GetParam()).parent_path() / target))
-          << target;
+      const fs::path path = (kSources / GetParam()).parent_path() / target;
+      ASSERT_TRUE(fs::exists(path)) << target;
+      const std::string place = (*match)[2];
+      EXPECT_TRUE(place.empty() || placesIn(path).count(place) == 1)
+          << target << place;
     }
   }
+}
+
+TEST(ExamplesTest, AMigrationTakesLessThan60Lines) {
+  const fs::path program = kSources / "examples/embed/migrate.cpp";
+  EXPECT_LT(linesOf(readText(program)).size(), 60U);
 }
 
 // Tables and output that is shown may be wider.

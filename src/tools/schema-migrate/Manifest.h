@@ -11,7 +11,7 @@ constexpr char kManifestName[] = "schema-migrate.manifest";
 
 // The text of a manifest is
 //
-//   # schema-migrate 0.1.0, manifest 1
+//   # schema-migrate VERSION, manifest 1
 //   # check the files below with: sha256sum -c schema-migrate.manifest
 //   #
 //   # old installation: /srv/old/schema
