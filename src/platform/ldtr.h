@@ -27,7 +27,8 @@ class ldtr_formater_local {
   ldtr_formater_local(unsigned int id, unsigned int kind, void *data);
 
   /// Formats as printf does and writes the record. `level` is handed on to the
-  /// sink. A text of any length comes out whole. Throws std::bad_alloc where a long text finds no memory.
+  /// sink. A text of any length comes out whole. Throws std::bad_alloc where a
+  /// long text finds no memory.
   void debug(unsigned int level, const char *format, ...)
       __attribute__((format(printf, 3, 4)));
 
