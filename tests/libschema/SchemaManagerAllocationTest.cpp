@@ -108,37 +108,23 @@ TEST_F(SchemaManagerAllocationTest, Construction) {
 
 TEST_F(SchemaManagerAllocationTest, LookUps) {
   const auto make = [this] { return this->make(); };
-  const auto written = [](const Pair & /*pair*/, auto definition) {
-    return writtenLine(&definition);
+  const auto failEach = [&make](const auto &lookUp) {
+    EXPECT_GT(failEachAllocation(make, lookUp,
+                                 [](const Pair & /*pair*/, auto definition) {
+                                   return writtenLine(&definition);
+                                 }),
+              0U);
   };
   const std::string name = nameOf(1);
-  for (const std::string &key : {name, "A" + name.substr(1)}) {
-    EXPECT_GT(
-        failEachAllocation(
-            make, [&key](Pair &pair) { return pair.schema->getAttr(key); },
-            written),
-        0U);
+  for (const std::string &key :
+       {name, "A" + name.substr(1), oidOf(kKinds[0], 1)}) {
+    failEach([&key](Pair &pair) { return pair.schema->getAttr(key); });
   }
-  const std::string type = oidOf(kKinds[0], 1);
-  EXPECT_GT(
-      failEachAllocation(
-          make, [&type](Pair &pair) { return pair.schema->getAttr(type); },
-          written),
-      0U);
   for (const std::string &key : {name, oidOf(kKinds[1], 1)}) {
-    EXPECT_GT(
-        failEachAllocation(
-            make, [&key](Pair &pair) { return pair.schema->getObjClass(key); },
-            written),
-        0U);
+    failEach([&key](Pair &pair) { return pair.schema->getObjClass(key); });
   }
   const std::string storage = oidOf(kKinds[2], 1);
-  EXPECT_GT(
-      failEachAllocation(
-          make,
-          [&storage](Pair &pair) { return pair.schema->getQORAttr(storage); },
-          written),
-      0U);
+  failEach([&storage](Pair &pair) { return pair.schema->getQORAttr(storage); });
   EXPECT_GT(
       failEachAllocation(
           make, [&name](Pair &pair) { return pair.schema->convert(name); }),
