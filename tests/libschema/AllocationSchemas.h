@@ -43,8 +43,7 @@ inline std::string contentOf(SchemaManager *schema) {
   std::string text = tablesOf(*schema);
   for (const char *file : kSearchedFiles) {
     text += file;
-    for (const std::string &recorded :
-         *schema->findOidInSet(&fileProbe(), file)) {
+    for (const std::string &recorded : *schema->recordedOids(file)) {
       text += ' ' + recorded;
     }
     text += '\n';

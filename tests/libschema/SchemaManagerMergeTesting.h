@@ -141,20 +141,6 @@ inline std::string tablesOf(const SchemaManager &schema) {
   return text;
 }
 
-// Has recorded the name of each searched file as an OID of that file, so that
-// schema->findOidInSet(&fileProbe(), file) is the schema's set of the file.
-inline SchemaManager &fileProbe() {
-  static const Schema probe = [] {
-    std::vector<SchemaFile> files;
-    for (const char *file : kSearchedFiles) {
-      files.push_back({file, "QORAttributetypes=( '" + std::string(file) +
-                                 "' LENGTH 1 )\n"});
-    }
-    return makeSchema(files);
-  }();
-  return *probe;
-}
-
 // Which of two schemas is destroyed first.
 enum class Order { kFirstFirst, kSecondFirst };
 

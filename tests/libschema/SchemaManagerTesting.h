@@ -102,18 +102,7 @@ inline std::string writtenLine(QORSchema *definition) {
 // The manager's set of the OIDs of a user, qor or system file.
 inline const std::set<std::string> &fileSet(SchemaManager *schema,
                                             const std::string &file) {
-  const TracingPaused paused;
-  // For each file it has an OID that is the file's name.
-  static const std::unique_ptr<SchemaManager> probe = [] {
-    std::vector<SchemaFile> files;
-    for (const char *name : kFilesWithOidSet) {
-      const std::string oid = std::string("'") + name + '\'';
-      files.push_back(
-          {name, "attributetypes=( " + oid + " NAME " + oid + " OBSOLETE )\n"});
-    }
-    return makeSchema(files);
-  }();
-  const std::set<std::string> *oids = schema->findOidInSet(probe.get(), file);
+  const std::set<std::string> *oids = schema->recordedOids(file);
   if (oids == nullptr) {
     throw std::logic_error("no OIDs are recorded for " + file);
   }
