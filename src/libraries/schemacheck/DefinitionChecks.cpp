@@ -45,7 +45,7 @@ class DefinitionChecks {
       if (!statement.isEntered()) {
         continue;
       }
-      if (!m_index.isHeld(statement)) {
+      if (!statement.isHeld()) {
         addRepeated(statement);
         continue;
       }

@@ -2,26 +2,23 @@
 
 namespace schemacheck {
 
-void DefinitionIndex::add(const Statement &statement) {
+bool DefinitionIndex::add(const Statement &statement) {
   if (!statement.isEntered()) {
-    return;
+    return false;
   }
   Tables &tables =
       m_tables[static_cast<std::size_t>(statement.definition->kind)];
-  tables.byKey.add(statement.key(), &statement);
+  const Statement *holder = tables.byKey.add(statement.key(), &statement);
   tables.byOid.add(statement.oid(), &statement);
   statement.forValuesOf("NAME", [&](const Value &name) {
     tables.byName.add(name.text, &statement);
   });
+  return holder == &statement;
 }
 
 const Statement *DefinitionIndex::holder(Kind kind,
                                          std::string_view key) const {
   return of(kind).byKey.find(key);
-}
-
-bool DefinitionIndex::isHeld(const Statement &statement) const {
-  return holder(statement.definition->kind, statement.key()) == &statement;
 }
 
 const Statement *DefinitionIndex::withOid(Kind kind,

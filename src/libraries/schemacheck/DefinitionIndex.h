@@ -16,13 +16,12 @@ namespace schemacheck {
 class DefinitionIndex {
  public:
   // To be called for all definitions, in that order. They are not owned, and
-  // must stay where they are.
-  void add(const Statement &statement);
+  // must stay where they are. Returns whether a manager holds this one under
+  // its key, and none before it.
+  bool add(const Statement &statement);
 
   // The definition that a manager holds under the key; null if there is none.
   const Statement *holder(Kind kind, std::string_view key) const;
-  // Whether that is this definition, and not another one of its key.
-  bool isHeld(const Statement &statement) const;
   // The first with the OID.
   const Statement *withOid(Kind kind, std::string_view oid) const;
   // The first with the name, in any case, wherever it stands among its names.

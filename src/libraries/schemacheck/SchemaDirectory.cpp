@@ -59,8 +59,8 @@ void SchemaDirectory::addStatements() {
       }
     }
   }
-  for (const Statement &statement : m_statements) {
-    m_index.add(statement);
+  for (Statement &statement : m_statements) {
+    statement.setHeld(m_index.add(statement));
   }
 }
 

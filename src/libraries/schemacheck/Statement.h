@@ -50,6 +50,10 @@ class Statement {
   // Whether a manager enters it in a table: it has an OID, or stands behind
   // "=".
   bool isEntered() const;
+  // Whether it is the one of its directory that a manager holds under its key:
+  // the first of those that are entered with it.
+  bool isHeld() const { return m_isHeld; }
+  void setHeld(bool isHeld) { m_isHeld = isHeld; }
   // The values of a field, with their places; none when it lacks the field.
   std::vector<const Value *> valuesOf(std::string_view keyword) const;
   // Calls `function` with each of them.
@@ -66,6 +70,7 @@ class Statement {
   std::string m_oid;
   std::string m_firstName;
   std::string m_key;
+  bool m_isHeld = false;
 };
 
 // The fields, as indexes, in which two definitions of a kind differ for the

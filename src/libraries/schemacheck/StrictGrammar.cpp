@@ -76,6 +76,8 @@ constexpr SectionEntry kSections[] = {
     {"QORATTRIBUTETYPE", {Kind::kStorage, false}},
 };
 
+constexpr std::size_t kShortestSection = 11;
+
 bool isLower(char c) { return c >= 'a' && c <= 'z'; }
 
 char upper(char c) { return isLower(c) ? static_cast<char>(c - 'a' + 'A') : c; }
@@ -105,6 +107,9 @@ std::optional<ClauseForm> clauseForm(Kind kind, std::string_view word) {
   for (std::size_t i = kFirstOfLength[word.size()];
        i < kFirstOfLength[word.size() + 1]; ++i) {
     const ClauseEntry &entry = kClauses[i];
+    if (upper(word.front()) != entry.keyword.front()) {
+      continue;
+    }
     const bool known = entry.kind == kind;
     const bool exact = word == entry.keyword;
     if ((known || !form) && (exact || isSpelling(word, entry.keyword))) {
@@ -123,6 +128,9 @@ bool isClauseKeyword(std::string_view word) {
 }
 
 std::optional<SectionForm> sectionForm(std::string_view word) {
+  if (word.size() < kShortestSection) {
+    return std::nullopt;
+  }
   for (const SectionEntry &entry : kSections) {
     if (isSpelling(word, entry.keyword)) {
       return entry.form;

@@ -34,12 +34,17 @@ constexpr std::array<bool, 256> kGoesOn = [] {
   return goesOn;
 }();
 
+// Digits and dots, and a digit among them.
 bool isNumber(std::string_view word) {
-  const auto digit =
-      std::find_if(word.begin(), word.end(), [](char c) { return c != '.'; });
-  return digit != word.end() && std::all_of(digit, word.end(), [](char c) {
-           return isDigit(c) || c == '.';
-         });
+  bool hasDigit = false;
+  for (const char c : word) {
+    if (isDigit(c)) {
+      hasDigit = true;
+    } else if (c != '.') {
+      return false;
+    }
+  }
+  return hasDigit;
 }
 
 }  // namespace

@@ -24,6 +24,7 @@ class Clauses {
   explicit Clauses(const Definition &definition) : m_definition(definition) {}
 
   SuspectList run() {
+    m_seen.reserve(m_definition.clauses.size());
     for (std::size_t i = 0; i < m_definition.clauses.size(); ++i) {
       const Clause &clause = m_definition.clauses[i];
       m_next = i + 1 < m_definition.clauses.size()

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Cycles.h"
+#include "StatementTable.h"
 
 namespace schemaplan {
 
@@ -19,6 +20,7 @@ using schemacheck::inWordsWithPlace;
 using schemacheck::Kind;
 using schemacheck::lowerCase;
 using schemacheck::Statement;
+using schemacheck::StatementTable;
 using schemacheck::Value;
 
 namespace {
@@ -37,30 +39,21 @@ class Breakages {
   Breakages(const Installation &old, const Installation &release,
             const std::vector<SidedDefinition> &result,
             const std::vector<SidedDefinition> &resultByOid)
-      : m_sides{&old, &release}, m_result(result) {
-    for (const auto *definitions : {&result, &resultByOid}) {
-      for (const SidedDefinition &one : *definitions) {
-        m_index.add(*one.statement);
-      }
-    }
-  }
+      : m_sides{&old, &release}, m_result(result), m_resultByOid(resultByOid) {}
 
   std::vector<Finding> find() {
-    for (const SidedDefinition &one : m_result) {
-      const Statement &statement = *one.statement;
-      switch (statement.definition->kind) {
+    enter();
+    for (std::size_t i = 0; i < m_result.size(); ++i) {
+      switch (m_result[i].statement->definition->kind) {
         case Kind::kAttributeType:
-          checkReferences(one, "SUP", Kind::kAttributeType);
-          checkShared(statement, "NAME");
+          checkReferences(i, "SUP", Kind::kAttributeType);
           break;
         case Kind::kObjectClass:
-          checkReferences(one, "SUP", Kind::kObjectClass);
-          checkReferences(one, "MUST", Kind::kAttributeType);
-          checkReferences(one, "MAY", Kind::kAttributeType);
-          checkShared(statement, "NAME");
+          checkReferences(i, "SUP", Kind::kObjectClass);
+          checkReferences(i, "MUST", Kind::kAttributeType);
+          checkReferences(i, "MAY", Kind::kAttributeType);
           break;
         default:  // Kind::kStorage
-          checkShared(statement, "DBNAME");
           break;
       }
     }
@@ -69,6 +62,17 @@ class Breakages {
   }
 
  private:
+  // What is asked about a definition is asked while it is at hand.
+  void enter() {
+    for (const SidedDefinition &one : m_result) {
+      m_index.add(*one.statement);
+      checkShared(*one.statement);
+    }
+    for (const SidedDefinition &one : m_resultByOid) {
+      m_index.add(*one.statement);
+    }
+  }
+
   void add(Code code, const Statement &at, const Value &value,
            const std::string &message) {
     m_findings.push_back(
@@ -95,85 +99,83 @@ class Breakages {
     return values->second.count(lowerCase(text)) != 0;
   }
 
-  void checkReferences(const SidedDefinition &one, const char *keyword,
-                       Kind kind) {
-    const Statement &statement = *one.statement;
-    for (const Value *value : statement.valuesOf(keyword)) {
-      if (m_index.target(kind, value->text) != nullptr) {
-        continue;
+  // Of the definition of that number in the result.
+  void checkReferences(std::size_t number, const char *keyword, Kind kind) {
+    const SidedDefinition &one = m_result[number];
+    const bool isSuperior = std::string_view(keyword) == "SUP";
+    one.statement->forValuesOf(keyword, [&](const Value &value) {
+      const Statement *target = m_index.target(kind, value.text);
+      if (target == nullptr) {
+        checkMissing(one, keyword, kind, value);
+      } else if (isSuperior) {
+        m_superiors.push_back({number, target});
       }
-      const auto isMissing = [&](const Installation &side) {
-        const Statement *same = sameIn(side, statement);
-        return same != nullptr && has(*same, keyword, value->text) &&
-               side.directory.index().target(kind, value->text) == nullptr;
-      };
-      if (isSoAlone(isMissing)) {
-        continue;
-      }
-      const bool isSuperior = std::string_view(keyword) == "SUP";
-      add(isSuperior ? Code::kUndefinedSuperior : Code::kUndefinedAttribute,
-          statement, *value,
-          std::string("expected the ") +
-              (isSuperior ? "superior '" : "attribute '") +
-              std::string(value->text) +
-              "' in the result, found none; it would be that at " +
-              inWordsWithPlace(
-                  *one.side->directory.index().target(kind, value->text)));
-    }
+    });
   }
 
-  // Names or columns that another definition of the kind has, too.
-  void checkShared(const Statement &statement, const char *keyword) {
-    const bool isColumn = std::string_view(keyword) == "DBNAME";
-    for (const Value *value : statement.valuesOf(keyword)) {
-      const Statement *first = firstWith(statement, isColumn, *value);
+  // A reference that leads nowhere in the result.
+  void checkMissing(const SidedDefinition &one, const char *keyword, Kind kind,
+                    const Value &value) {
+    const auto isMissing = [&](const Installation &side) {
+      const Statement *same = sameIn(side, *one.statement);
+      return same != nullptr && has(*same, keyword, value.text) &&
+             side.directory.index().target(kind, value.text) == nullptr;
+    };
+    if (isSoAlone(isMissing)) {
+      return;
+    }
+    const bool isSuperior = std::string_view(keyword) == "SUP";
+    add(isSuperior ? Code::kUndefinedSuperior : Code::kUndefinedAttribute,
+        *one.statement, value,
+        std::string("expected the ") +
+            (isSuperior ? "superior '" : "attribute '") +
+            std::string(value.text) +
+            "' in the result, found none; it would be that at " +
+            inWordsWithPlace(
+                *one.side->directory.index().target(kind, value.text)));
+  }
+
+  // Names or columns that a definition of the kind before it has, too.
+  void checkShared(const Statement &statement) {
+    const Kind kind = statement.definition->kind;
+    const bool isColumn = kind == Kind::kStorage;
+    const char *keyword = isColumn ? "DBNAME" : "NAME";
+    statement.forValuesOf(keyword, [&](const Value &value) {
+      const Statement *first =
+          isColumn ? m_firstWithColumn.add(value.text, &statement)
+                   : m_index.withName(kind, value.text);
       if (first == &statement) {
-        continue;
+        return;
       }
       const auto isShared = [&](const Installation &side) {
         for (const Statement *one : {first, &statement}) {
           const Statement *same = sameIn(side, *one);
-          if (same == nullptr || !has(*same, keyword, value->text)) {
+          if (same == nullptr || !has(*same, keyword, value.text)) {
             return false;
           }
         }
         return true;
       };
       if (!isSoAlone(isShared)) {
-        add(isColumn ? Code::kSharedColumn : Code::kNameTwice, statement,
-            *value,
+        add(isColumn ? Code::kSharedColumn : Code::kNameTwice, statement, value,
             std::string("expected a ") + (isColumn ? "column" : "name") +
-                " of its own in the result, found '" +
-                std::string(value->text) + "', which " +
-                inWordsWithPlace(*first) + " has, too");
+                " of its own in the result, found '" + std::string(value.text) +
+                "', which " + inWordsWithPlace(*first) + " has, too");
       }
-    }
+    });
   }
 
-  const Statement *firstWith(const Statement &statement, bool isColumn,
-                             const Value &value) {
-    if (isColumn) {
-      return m_firstWithColumn.try_emplace(lowerCase(value.text), &statement)
-          .first->second;
-    }
-    return m_index.withName(statement.definition->kind, value.text);
-  }
-
+  // Only what has a superior itself can be passed on the way back.
   void checkCycles() {
     std::unordered_map<const Statement *, std::size_t> numbers;
-    for (const SidedDefinition &one : m_result) {
-      numbers.emplace(one.statement, numbers.size());
+    for (const Superior &superior : m_superiors) {
+      numbers.emplace(m_result[superior.of].statement, superior.of);
     }
     schemacheck::Graph superiors(m_result.size());
-    for (std::size_t i = 0; i < m_result.size(); ++i) {
-      const Statement &statement = *m_result[i].statement;
-      for (const Value *value : statement.valuesOf("SUP")) {
-        const Statement *superior =
-            m_index.target(statement.definition->kind, value->text);
-        const auto number = numbers.find(superior);
-        if (number != numbers.end()) {
-          superiors[i].push_back(number->second);
-        }
+    for (const Superior &superior : m_superiors) {
+      const auto number = numbers.find(superior.statement);
+      if (number != numbers.end()) {
+        superiors[superior.of].push_back(number->second);
       }
     }
     for (const std::vector<std::size_t> &cycle :
@@ -229,10 +231,17 @@ class Breakages {
     return nullptr;
   }
 
+  struct Superior {
+    std::size_t of;  // the number of a definition in the result
+    const Statement *statement;
+  };
+
   const Installation *const m_sides[2];
   const std::vector<SidedDefinition> &m_result;
+  const std::vector<SidedDefinition> &m_resultByOid;
   DefinitionIndex m_index;  // of the result
-  std::unordered_map<std::string, const Statement *> m_firstWithColumn;
+  StatementTable m_firstWithColumn;
+  std::vector<Superior> m_superiors;
   // The values that were looked for in a field, in lower case.
   std::map<std::pair<const Statement *, std::string_view>,
            std::unordered_set<std::string>>

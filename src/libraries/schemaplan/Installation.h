@@ -33,12 +33,6 @@ struct Installation {
   bool isRead(const schemacheck::Statement &statement) const {
     return view.lost.count(statement.definition) == 0;
   }
-
-  // Whether a manager holds it under its name, or for storage definitions under
-  // its OID.
-  bool isHeld(const schemacheck::Statement &statement) const {
-    return directory.index().isHeld(statement);
-  }
 };
 
 // A definition of one of the sides.

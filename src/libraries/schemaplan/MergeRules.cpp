@@ -49,15 +49,8 @@ unsigned int numberOfBits(unsigned int bits) {
 
 MergeRules::MergeRules(const Installation &old, const Installation &release)
     : m_old(old), m_release(release) {
-  m_records.reserve(old.directory.statements().size());
-  for (const Statement &statement : old.directory.statements()) {
-    Record &record = m_records[statement.oid()];
-    if (statement.isEntered() && isRecorded(statement)) {
-      record.files |= bitOf(statement);
-    }
-  }
   for (const Statement &statement : release.directory.statements()) {
-    if (statement.isEntered() && !release.isHeld(statement) &&
+    if (statement.isEntered() && !statement.isHeld() &&
         namesake(statement)->oid() != statement.oid()) {
       m_shadowed.try_emplace(
           {statement.definition->kind, std::string_view(statement.key())},
@@ -66,14 +59,21 @@ MergeRules::MergeRules(const Installation &old, const Installation &release)
   }
 }
 
-void MergeRules::add(const Statement &statement, bool isCarried) {
+void MergeRules::add(const Statement &statement, Fate fate) {
+  const auto watched = m_records.find(statement.oid());
+  if (watched == m_records.end()) {
+    return;
+  }
+  Record &record = watched->second;
+  if (statement.isEntered() && isRecorded(statement)) {
+    record.files |= bitOf(statement);
+  }
   if (isStorage(statement)) {
     return;
   }
-  Record &record = m_records.at(statement.oid());
-  if (!isCarried) {
+  if (fate == Fate::kRemoved) {
     ++record.removals;
-  } else if (record.carried == nullptr) {
+  } else if (fate == Fate::kCarried && record.carried == nullptr) {
     record.carried = &statement;
   }
 }

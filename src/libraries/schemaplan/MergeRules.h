@@ -25,9 +25,16 @@ class MergeRules {
   // The installations must outlive this.
   MergeRules(const Installation &old, const Installation &release);
 
-  // To be called for each definition of the old installation that a manager
-  // holds, in the order of reading, before the questions below.
-  void add(const schemacheck::Statement &statement, bool isCarried);
+  // To be called before add() for the OID of each definition that obstacleTo()
+  // will be asked about.
+  void watch(std::string_view oid) { m_records.try_emplace(oid); }
+
+  // What the merge makes of a definition of the old installation.
+  enum class Fate { kDropped, kRemoved, kCarried };
+
+  // To be called for each definition of the old installation, in the order of
+  // reading, before obstacleTo(). Those are dropped that no manager holds.
+  void add(const schemacheck::Statement &statement, Fate fate);
 
   // The release's definition that a definition of the old installation meets:
   // the one with its name, or for storage definitions its OID; or else one that
@@ -66,7 +73,7 @@ class MergeRules {
 
   const Installation &m_old;
   const Installation &m_release;
-  std::unordered_map<std::string_view, Record> m_records;  // by OID
+  std::unordered_map<std::string_view, Record> m_records;  // by watched OID
   // The release's definitions that its manager holds under their OIDs alone, by
   // kind and key. They are written, too.
   std::map<std::pair<schemacheck::Kind, std::string_view>,

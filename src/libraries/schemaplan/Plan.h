@@ -36,8 +36,8 @@ const char *verdictName(Verdict verdict);
 
 // A definition of the old installation, and what becomes of it.
 struct PlannedDefinition {
-  const schemacheck::Statement *statement;
-  Verdict verdict;
+  const schemacheck::Statement *statement = nullptr;
+  Verdict verdict = Verdict::kBlocked;
   // The release's definition that it is compared with: of the same key, or else
   // one that has its OID; null if there is none. Of a shadowed definition the
   // one that came before it.

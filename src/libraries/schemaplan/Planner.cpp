@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <future>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -61,9 +62,7 @@ class Planner {
   }
 
   Plan run() {
-    for (const Statement &statement : m_old.directory.statements()) {
-      m_plan.definitions.push_back(matched(statement));
-    }
+    matchAll();
     recordFiles();
     excludeListed();
     findCarried();
@@ -82,8 +81,32 @@ class Planner {
   }
 
  private:
+  // The fields of the two sides, for one comparison at a time.
+  struct Fields {
+    std::vector<schemacheck::FieldView> old;
+    std::vector<schemacheck::FieldView> release;
+  };
+
+  // In two halves at once: no definition's verdict asks for another's.
+  void matchAll() {
+    const std::vector<Statement> &statements = m_old.directory.statements();
+    m_plan.definitions.resize(statements.size());
+    const auto match = [&](std::size_t begin, std::size_t end) {
+      Fields fields;
+      for (std::size_t i = begin; i < end; ++i) {
+        m_plan.definitions[i] = matched(statements[i], &fields);
+      }
+    };
+    const std::size_t half = statements.size() / 2;
+    // Where no thread can be had, get() does the work.
+    auto first = std::async(std::launch::async | std::launch::deferred, match,
+                            std::size_t{0}, half);
+    match(half, statements.size());
+    first.get();
+  }
+
   // The verdict that follows from the two sides alone.
-  PlannedDefinition matched(const Statement &statement) {
+  PlannedDefinition matched(const Statement &statement, Fields *fields) const {
     PlannedDefinition planned{&statement, Verdict::kBlocked};
     if (!m_old.isRead(statement)) {
       planned.obstacle = notRead(statement);
@@ -93,7 +116,7 @@ class Planner {
           Code::kNoOid, statement.file->text, statement.definition->span.begin,
           "expected an OID behind '(', found none; the library drops the "
           "definition");
-    } else if (!m_old.isHeld(statement)) {
+    } else if (!statement.isHeld()) {
       planned.verdict = Verdict::kShadowed;
       planned.counterpart = m_old.directory.index().holder(
           statement.definition->kind, statement.key());
@@ -102,22 +125,22 @@ class Planner {
         planned.obstacle = std::move(finding);
       }
     } else {
-      match(&planned);
+      match(&planned, fields);
     }
     planned.stops = planned.obstacle && !isAccepted(*planned.obstacle);
     return planned;
   }
 
-  void match(PlannedDefinition *planned) {
+  void match(PlannedDefinition *planned, Fields *fields) const {
     const Statement &statement = *planned->statement;
     const Statement *other = m_mergeRules.counterpart(statement);
     planned->counterpart = other;
     planned->verdict = Verdict::kAdded;
     if (other != nullptr && isOfKey(statement, *other)) {
-      m_old.viewFields(statement, &m_oldFields);
-      m_release.viewFields(*other, &m_releaseFields);
+      m_old.viewFields(statement, &fields->old);
+      m_release.viewFields(*other, &fields->release);
       planned->changes = changesBetween(statement.definition->kind,
-                                        m_releaseFields, m_oldFields);
+                                        fields->release, fields->old);
       planned->verdict =
           planned->changes.empty() ? Verdict::kIdentical : Verdict::kReplaces;
       planned->changeOrigins =
@@ -174,7 +197,6 @@ class Planner {
 
   // Those with one OID go together: what excludes one excludes all.
   void findCarried() {
-    m_carried.reserve(m_plan.definitions.size());
     std::unordered_map<std::string_view, std::size_t> numbers;
     for (PlannedDefinition &planned : m_plan.definitions) {
       if (isCarried(planned)) {
@@ -261,14 +283,21 @@ class Planner {
     planned->stops = true;
   }
 
+  MergeRules::Fate fateOf(const PlannedDefinition &planned) const {
+    if (!m_old.isRead(*planned.statement) || !planned.statement->isHeld()) {
+      return MergeRules::Fate::kDropped;
+    }
+    return isCarried(planned) || planned.verdict == Verdict::kBlocked
+               ? MergeRules::Fate::kCarried
+               : MergeRules::Fate::kRemoved;
+  }
+
   void obstruct() {
+    for (const auto &[oid, group] : m_carried) {
+      m_mergeRules.watch(oid);
+    }
     for (const PlannedDefinition &planned : m_plan.definitions) {
-      if (m_old.isRead(*planned.statement) && planned.statement->isEntered() &&
-          m_old.isHeld(*planned.statement)) {
-        m_mergeRules.add(
-            *planned.statement,
-            isCarried(planned) || planned.verdict == Verdict::kBlocked);
-      }
+      m_mergeRules.add(*planned.statement, fateOf(planned));
     }
     for (PlannedDefinition &planned : m_plan.definitions) {
       if (isCarried(planned)) {
@@ -412,7 +441,7 @@ class Planner {
         m_plan.withdrawn.push_back(&statement);
         continue;
       }
-      if (!m_release.isHeld(statement)) {
+      if (!statement.isHeld()) {
         if (isFoundByOid(statement)) {
           m_plan.resultByOid.push_back({&m_release, &statement});
         }
@@ -439,9 +468,6 @@ class Planner {
   // files that hold an OID, as bits, and what stands in files that are copied.
   std::unordered_map<std::string, unsigned int> m_files;
   std::set<std::pair<Kind, std::string>> m_copied;
-  // For one comparison at a time.
-  std::vector<schemacheck::FieldView> m_oldFields;
-  std::vector<schemacheck::FieldView> m_releaseFields;
 };
 
 }  // namespace

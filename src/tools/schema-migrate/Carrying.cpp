@@ -82,8 +82,7 @@ void readFiles(const Installation &installation, SchemaManager *schema) {
                 file.text.name());
   }
   for (const Statement &statement : directory.statements()) {
-    requireRead(!directory.index().isHeld(statement) ||
-                    !installation.isRead(statement) ||
+    requireRead(!statement.isHeld() || !installation.isRead(statement) ||
                     holds(*schema, statement),
                 statement.file->text.name());
   }
@@ -116,8 +115,7 @@ void Carrying::compare() {
   for (const PlannedDefinition &planned : m_migration.plan().definitions) {
     const bool isToBeCarried = m_migration.plan().isMerged(planned);
     const Statement &statement = *planned.statement;
-    if (m_migration.oldDirectory().index().isHeld(statement) &&
-        holds(m_old, statement) != isToBeCarried) {
+    if (statement.isHeld() && holds(m_old, statement) != isToBeCarried) {
       throw InternalError(statement.place() + ": " + statement.inWords() +
                           (isToBeCarried
                                ? " is planned to be carried, and is not"

@@ -80,7 +80,6 @@ Migration::Migration(const MigrationOptions &options) : m_options(options) {
       takeErrors(source->view.findings);
     }
   }
-  takeErrors(checkDefinitions(m_new->directory));
   for (const Statement &statement : m_new->directory.statements()) {
     if (m_errors.empty() && !m_new->installation.isRead(statement)) {
       m_errors.push_back(schemaplan::notRead(statement));
@@ -111,6 +110,7 @@ void Migration::readSources() {
   auto old = std::async(std::launch::async | std::launch::deferred, read,
                         m_options.oldDirectory);
   m_new = read(m_options.newDirectory);
+  takeErrors(checkDefinitions(m_new->directory));
   if (m_options.baseDirectory) {
     m_base = read(*m_options.baseDirectory);
   }

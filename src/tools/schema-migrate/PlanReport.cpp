@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <ostream>
-#include <set>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include "FindingsText.h"
 #include "Trouble.h"
@@ -237,25 +238,31 @@ void printPlan(const Migration &migration, std::ostream *out) {
 }
 
 void requireComplete(const Plan &plan, const SchemaDirectory &directory) {
-  std::set<const schemacheck::Definition *> without;
+  std::size_t number = 0;
   for (const schemacheck::StrictFile &file : directory.files()) {
     for (const schemacheck::Section &section : file.reading.sections) {
-      for (const schemacheck::Definition &definition : section.definitions) {
-        without.insert(&definition);
-      }
+      number += section.definitions.size();
     }
   }
-  for (const PlannedDefinition &planned : plan.definitions) {
-    if (without.erase(planned.statement->definition) == 0) {
-      throw InternalError(planned.statement->place() + ": " +
-                          planned.statement->inWords() +
-                          " has more than one verdict");
-    }
+  std::vector<std::pair<const schemacheck::Definition *, const Statement *>>
+      planned;
+  planned.reserve(plan.definitions.size());
+  for (const PlannedDefinition &one : plan.definitions) {
+    planned.emplace_back(one.statement->definition, one.statement);
   }
-  if (!without.empty()) {
+  std::sort(planned.begin(), planned.end());
+  const auto twice = std::adjacent_find(
+      planned.begin(), planned.end(),
+      [](const auto &a, const auto &b) { return a.first == b.first; });
+  if (twice != planned.end()) {
+    throw InternalError(twice->second->place() + ": " +
+                        twice->second->inWords() +
+                        " has more than one verdict");
+  }
+  if (planned.size() != number) {
     throw InternalError(
         "definitions of " + directory.path().string() +
-        " without a verdict: " + std::to_string(without.size()));
+        " without a verdict: " + std::to_string(number - planned.size()));
   }
 }
 

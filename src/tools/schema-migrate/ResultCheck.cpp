@@ -34,7 +34,7 @@ class Check {
         m_release(migration.newDirectory()),
         m_plan(migration.plan()) {
     for (const Statement &statement : m_release.statements()) {
-      if (statement.isEntered() && !m_release.index().isHeld(statement)) {
+      if (statement.isEntered() && !statement.isHeld()) {
         keysOf(m_repeated, statement.definition->kind).insert(statement.key());
       }
     }
