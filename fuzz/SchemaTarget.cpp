@@ -1,3 +1,5 @@
+#include <cstddef>
+#include <cstdlib>
 #include <map>
 #include <string>
 
@@ -84,8 +86,9 @@ class Pair {
 void fuzzSchema(std::string_view text) {
   fixDate();
   Input input(text);
+  const std::size_t ahead = std::strtoul(input.options.c_str(), nullptr, 10);
   for (auto &[name, file] : input.oldFiles) {
-    file = model::endingFile(file);
+    file = model::endingFile(acrossTheBuffer(file, ahead));
   }
   if (!model::listEnds(input.excludedOids)) {
     input.excludedOids += '\n';

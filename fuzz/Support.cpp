@@ -150,6 +150,14 @@ void expect(bool holds, const char *what) {
   }
 }
 
+std::string acrossTheBuffer(const std::string &text, std::size_t ahead) {
+  constexpr std::size_t kBuffer = 8191;  // of the standard library's stream
+  if (ahead == 0 || ahead > kBuffer - 2) {
+    return text;
+  }
+  return '#' + std::string(kBuffer - ahead - 2, '-') + '\n' + text;
+}
+
 void fixDate() { setenv("SOURCE_DATE_EPOCH", "1000000000", 1); }
 
 Scratch::Scratch(const std::string &name) {

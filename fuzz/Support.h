@@ -2,6 +2,7 @@
 #ifndef FUZZ_SUPPORT_H_
 #define FUZZ_SUPPORT_H_
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -14,6 +15,11 @@ void expectEqual(const std::string &actual, const std::string &expected,
 
 // Aborts when it is false.
 void expect(bool holds, const char *what);
+
+// The text behind a comment that is so long that `ahead` bytes of the text end
+// the buffer of the library's stream and the others have to be fetched; the
+// text itself for 0.
+std::string acrossTheBuffer(const std::string &text, std::size_t ahead);
 
 // Gives all written files the same time stamp, kTimeStamp.
 void fixDate();

@@ -5,14 +5,18 @@
 
 #include <string_view>
 
-// The scanner against the model, token by token.
+// The scanner against the model, token by token. The first byte says how many
+// of the others end the buffer of the library's stream, behind a comment; with
+// a 0 they are the whole file.
 void fuzzScanner(std::string_view input);
 
 // One definition, of the kind that the first byte selects: the parser against
 // the model, what guards readings that never end, and the written line.
 void fuzzDefinition(std::string_view input);
 
-// A directory (see Input.h) read, written, and read again.
+// A directory (see Input.h) read, written, and read again. The options say how
+// many bytes of each file end the buffer of the library's stream, behind a
+// comment; with none, or 0, there is no comment.
 void fuzzSchema(std::string_view input);
 
 // Two directories read, and then what the options say, in their order; after
