@@ -107,7 +107,7 @@ using Messages = std::vector<std::string>;
 // In bytes, with the newline; the buffer of a stream, which holds 8191, ends in
 // the comment of a line then.
 constexpr std::size_t kLine = 128;
-constexpr std::size_t kLines = 200;  // more than the buffer holds
+constexpr std::size_t kLines = 140;  // more than the buffer holds
 
 constexpr std::size_t kFew = 6;
 
@@ -143,7 +143,20 @@ class FileFaultTest : public testing::Test {
     return stateOf(&schema);
   }
 
-  // The same of a file that holds the text.
+  // The result, and what it holds, where the file may end in a definition.
+  std::string readBroken(const TemporaryDirectory &directory,
+                         const Fault &fault) const {
+    SchemaManager schema(directory.string());
+    reading = fault;
+    const unsigned int result = leaksDefinitions([&] {
+      return leaksAnalyser([&] { return schema.readFile("V3.user.at"); });
+    });
+    m_reached = reading.reached;
+    reading = {};
+    return std::to_string(result) + stateOf(&schema);
+  }
+
+  // What a manager holds that has read a file with the text.
   static std::string stateWith(const std::string &text) {
     return stateOf(makeSchema({{"V3.user.at", text}}).get());
   }
@@ -188,6 +201,33 @@ TEST_F(FileFaultTest, AReadErrorBehindAFullBuffer) {
   }
   EXPECT_EQ(before, kLines);
   EXPECT_GT(n, text.size() / 8192);
+}
+
+// A definition and a comment that are longer than the buffer: the file ends at
+// each refill of it in turn, in the midst of a token too.
+TEST_F(FileFaultTest, AReadErrorInALineLongerThanTheBuffer) {
+  constexpr std::size_t kBuffer = 8191;
+  const std::string text = typeLine("1.2.1", {"a"}, "x") +
+                           typeLine("1.2.2", {"b"}, std::string(20000, 'y')) +
+                           "# " + std::string(20000, 'z') + '\n' +
+                           typeLine("1.2.3", {"c"}, "x") +
+                           typeLine("1.2.4", {"d"}, std::string(9000, 'y'));
+  m_directory.write("V3.user.at", text);
+  for (const bool lasting : {false, true}) {
+    std::string results;
+    for (std::size_t n = 1; (n - 1) * kBuffer < text.size(); ++n) {
+      SCOPED_TRACE(n);
+      const TemporaryDirectory cut;
+      cut.write("V3.user.at", text.substr(0, (n - 1) * kBuffer));
+      const std::string expected = readBroken(cut, {});
+      EXPECT_EQ(readBroken(m_directory, {n, lasting, EIO, 0, {}}), expected);
+      EXPECT_TRUE(m_reached);
+      results += expected[0];
+    }
+    EXPECT_EQ(results, "0110011");
+  }
+  EXPECT_EQ(readWith({}), stateWith(text));
+  EXPECT_EQ(m_read, 4U);
 }
 
 TEST_F(FileFaultTest, ShortReadsChangeNothing) {
@@ -298,6 +338,35 @@ TEST_F(FileFaultTest, AReadErrorEndsAListOfOids) {
               0U);
     EXPECT_EQ(writtenOids(m_directory.read("V3.modifiedschema")).size(),
               3 - std::min<std::size_t>(n - 1, 2));
+  }
+}
+
+// At each refill of the buffer. The OIDs, which end their line, are those
+// before it.
+TEST_F(FileFaultTest, AReadErrorEndsALongListOfOids) {
+  constexpr std::size_t kBuffer = 8191;
+  constexpr std::size_t kOids = 3000;
+  std::string text;
+  std::vector<std::size_t> ends;
+  for (std::size_t i = 0; i < kOids; ++i) {
+    text += "1.2." + std::to_string(i) + '\n';
+    ends.push_back(text.size());
+  }
+  const std::string list = m_directory.write("list", text);
+  for (std::size_t n = 1; (n - 1) * kBuffer < text.size(); ++n) {
+    SCOPED_TRACE(n);
+    const auto schema = emptySchema();
+    reading = {n, true, EIO, 0, {}};
+    EXPECT_EQ(schema->readExcludedOids(list), 0U);
+    EXPECT_TRUE(reading.reached);
+    reading = {};
+    std::size_t excluded = 0;
+    std::size_t expected = 0;
+    for (std::size_t i = 0; i < kOids; ++i) {
+      excluded += schema->isExcluded("1.2." + std::to_string(i)) != 0 ? 1U : 0U;
+      expected += ends[i] <= (n - 1) * kBuffer ? 1U : 0U;
+    }
+    EXPECT_EQ(excluded, expected);
   }
 }
 

@@ -17,7 +17,7 @@ class CheckFaultTest : public FaultTest {
     const std::string directory = std::filesystem::canonical(path("old"));
     const std::string file = directory + "/V3.user.at";
     const CommandResult result = run({"check", directory}, [&] {
-      execTracer({"-o", "/dev/null", "-P", file, "-e",
+      execTracer({"-o", "/dev/null", "-P", file, "-e", "trace=newfstatat", "-e",
                   "inject=newfstatat:error=EIO:when=" + std::to_string(n)},
                  {"check", directory});
     });

@@ -193,18 +193,15 @@ std::function<void()> withFilesUpTo(rlim_t size, bool signalIgnored) {
 
 TEST_F(CommandFailureTest, NoRoomForADefinition) {
   const std::string end =
-      "nothing was written; the files do not read back as they should; is "
-      "there room on the disk?\n";
+      "; nothing was written, since the files do not read back as they should; "
+      "is there room on the disk?\n";
   const std::string lost =
       "new/V3.system.oc:1: error: object class 'top' (2.5.6.0) is not in the "
-      "result as it stands here\n"
-      "old/V3.user.at:1: error: attribute type 'a' (1.1) is not in the result "
-      "as it stands here\n" +
+      "result as it stands here (and 1 more)" +
       end;
   const std::string cutType =
       "out/V3.user.at:2:16: error: [UNREADABLE] expected attribute type 'a' "
-      "(1.1), found that the library does not read it as it stands\n"
-      "attributetypes=( 1.1 NAME ( 'a'  )  DESC";
+      "(1.1), found that the library does not read it as it stands";
   const struct {
     rlim_t size;
     std::string error;
@@ -212,16 +209,9 @@ TEST_F(CommandFailureTest, NoRoomForADefinition) {
       {0, lost},
       {10, lost},
       {70, lost},
-      {74, "out/V3.system.oc: error: cannot read the file back\n" + end},
-      {100, cutType +
-                "\n               ^\n"
-                "out/V3.system.oc:2:15: error: [UNREADABLE] expected object "
-                "class 'top' (2.5.6.0), found that the library does not read "
-                "it as it stands\n"
-                "objectclasses=( 2.5.6.0 NAME 'top' ABSTR\n"
-                "              ^\n" +
-                end},
-      {120, cutType + " 'x' USAGE userAppli\n               ^\n" + end},
+      {74, "out/V3.system.oc: error: cannot read the file back" + end},
+      {100, cutType + " (and 1 more)" + end},
+      {120, cutType + end},
   };
   for (const bool emptyExists : {false, true}) {
     if (emptyExists) {
@@ -249,8 +239,8 @@ TEST_F(CommandFailureTest, NoRoomForTheReport) {
   });
   EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
-            "error: cannot write to standard output\n"
-            "the result is complete in out\n");
+            "error: cannot write to standard output; the result is complete in "
+            "out\n");
   EXPECT_EQ(snapshotOf(path("out")).size(), 8U);
 }
 
@@ -269,20 +259,22 @@ TEST_F(CommandFailureTest, NobodyReadsTheReport) {
       run(applying("old", "new", "out"), withBrokenOutput);
   EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
-            "error: cannot write to standard output\n"
-            "the result is complete in out\n");
+            "error: cannot write to standard output; the result is complete in "
+            "out\n");
   EXPECT_EQ(namesIn(path("out")).size(), 8U);
   EXPECT_EQ(namesIn(root()), (Arguments{"new", "old", "out"}));
 }
 
 TEST_F(CommandFailureTest, NobodyReadsTheOutput) {
   constexpr char kError[] = "error: cannot write to standard output\n";
+  fs::create_directory(path("out.backup-20000101-000000"));
   for (const Arguments &arguments :
        {Arguments{"--help"},
         Arguments{"compare", "--old", "old", "--new", "new"},
         Arguments{"collisions", "--old", "old", "--new", "new"},
         Arguments{"show", "--dir", "old", "a"},
-        Arguments{"dump", "--dir", "old"}}) {
+        Arguments{"dump", "--dir", "old"},
+        Arguments{"restore", "--out", "out", "--list"}}) {
     SCOPED_TRACE(arguments[0]);
     const std::string error = failure(kFileError, arguments, withBrokenOutput);
     EXPECT_EQ(error.substr(error.rfind("error: ")), kError);

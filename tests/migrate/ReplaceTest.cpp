@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "AccessListTesting.h"
 #include "Backups.h"
 #include "MigrateTesting.h"
 
@@ -174,20 +175,7 @@ TEST_F(ReplaceTest, KeepsModeAndOwner) {
             4);
 }
 
-// An access list as the system keeps it: user 3000 may read, besides what the
-// mode 0640 says.
-const std::string kAccessList = std::string("\2\0\0\0", 4) +
-                                std::string("\x01\0\6\0\xff\xff\xff\xff", 8) +
-                                std::string("\x02\0\4\0\xb8\x0b\0\0", 8) +
-                                std::string("\x04\0\4\0\xff\xff\xff\xff", 8) +
-                                std::string("\x10\0\4\0\xff\xff\xff\xff", 8) +
-                                std::string("\x20\0\0\0\xff\xff\xff\xff", 8);
-
 TEST_F(ReplaceTest, KeepsAccessListsAndTakesNoOthers) {
-  const auto set = [&](const std::string &name, const char *list) {
-    return setxattr(path(name).c_str(), list, kAccessList.data(),
-                    kAccessList.size(), 0) == 0;
-  };
   const auto get = [&](const std::string &name, const char *list) {
     char value[100];
     const ssize_t length =
@@ -195,13 +183,12 @@ TEST_F(ReplaceTest, KeepsAccessListsAndTakesNoOthers) {
     return length < 0 ? "none"
                       : std::string(value, static_cast<std::size_t>(length));
   };
-  constexpr char kAccess[] = "system.posix_acl_access";
-  constexpr char kDefault[] = "system.posix_acl_default";
   write("out/V3.user.oc", "");
   write("out/notes", "");
   // What is made in the root gets the list of the root.
-  if (!set("out/V3.user.at", kAccess) || !set("out/notes", kAccess) ||
-      !set(".", kDefault)) {
+  if (!setAccessList(path("out/V3.user.at"), kAccess) ||
+      !setAccessList(path("out/notes"), kAccess) ||
+      !setAccessList(root(), kDefault)) {
     GTEST_SKIP() << "no access lists here";
   }
   const CommandResult result = replace();

@@ -188,8 +188,8 @@ TEST_F(TraceFileTest, AFullDiskDoesNotUndoAResult) {
                                     "--out", "out", "--trace", "/dev/full"});
   EXPECT_EQ(result.status, kFileError);
   EXPECT_EQ(result.error,
-            "/dev/full: error: cannot write the trace\n"
-            "the result is complete in out\n");
+            "/dev/full: error: cannot write the trace; the result is complete "
+            "in out\n");
   EXPECT_EQ(snapshotOf(path("out")).size(), 8U);
 }
 

@@ -74,6 +74,12 @@ std::optional<SourceText> readFileText(const fs::path &path,
                   "expected a file that can be read, found: " +
                       std::generic_category().message(errno));
   }
+  if (!error && bytes->size() < size) {  // it shrinks
+    return refuse(Code::kUnreadableFile,
+                  "expected " + std::to_string(size) + " bytes, found " +
+                      std::to_string(bytes->size()) +
+                      "; was the file changed just now?");
+  }
   if (bytes->size() > sizeLimit) {  // it grows
     return refuse(
         Code::kLargeFile,

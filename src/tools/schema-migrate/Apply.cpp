@@ -166,22 +166,21 @@ Manifest manifestOf(const MigrationOptions &inputs) {
   return manifest;
 }
 
-// Throws Trouble with the first of these lines, and how many more there are.
+// Throws Trouble with the first of these errors, and how many more there are.
+// The line that an error shows is of a file that is about to go.
 void requireNoLosses(const std::vector<std::string> &errors) {
-  constexpr std::size_t kShown = 10;
-  std::string text;
-  for (std::size_t i = 0; i < errors.size() && i < kShown; ++i) {
-    text += errors[i] + '\n';
+  if (errors.empty()) {
+    return;
   }
-  if (errors.size() > kShown) {
-    text += "and " + std::to_string(errors.size() - kShown) + " more\n";
+  const std::string &first = errors.front();
+  std::string text = first.substr(0, first.find('\n'));
+  if (errors.size() > 1) {
+    text += " (and " + std::to_string(errors.size() - 1) + " more)";
   }
-  if (!text.empty()) {
-    throw Trouble(kFileError,
-                  text +
-                      "nothing was written; the files do not read back as they "
-                      "should; is there room on the disk?");
-  }
+  throw Trouble(kFileError,
+                text +
+                    "; nothing was written, since the files do not read back "
+                    "as they should; is there room on the disk?");
 }
 
 std::string textOfPlan(const Migration &migration) {

@@ -411,10 +411,10 @@ ExitStatus CommandLine::runTraced() {
     }
     flushOutput();
   } catch (const Trouble &trouble) {
-    throw m_options.outDirectory.empty()
+    throw m_options.outDirectory.empty() || m_options.list
         ? trouble
         : Trouble(trouble.status(),
-                  trouble.what() + std::string("\nthe result is complete in ") +
+                  trouble.what() + std::string("; the result is complete in ") +
                       m_options.outDirectory);
   }
   return status;

@@ -17,6 +17,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// The result of a call that reads or writes, which is made again when a signal
+// has come in between.
+template <class Call>
+ssize_t lengthOf(const Call &call) {
+  ssize_t length = -1;
+  do {
+    length = call();
+  } while (length == -1 && errno == EINTR);
+  return length;
+}
+
 // An open file. close() reports what the destructor cannot.
 class Descriptor {
  public:
@@ -37,7 +48,8 @@ class Descriptor {
 
   void write(std::string_view text) const {
     while (!text.empty()) {
-      const ssize_t length = ::write(m_number, text.data(), text.size());
+      const ssize_t length = lengthOf(
+          [this, text] { return ::write(m_number, text.data(), text.size()); });
       if (length == -1) {
         failAt(m_path, "cannot write");
       }
@@ -47,7 +59,8 @@ class Descriptor {
 
   // The number of bytes read into the buffer; 0 at the end of the file.
   std::size_t read(char *buffer, std::size_t size) const {
-    const ssize_t length = ::read(m_number, buffer, size);
+    const ssize_t length = lengthOf(
+        [this, buffer, size] { return ::read(m_number, buffer, size); });
     if (length == -1) {
       failAt(m_path, "cannot read");
     }
@@ -229,9 +242,8 @@ void syncName(const fs::path &directory) {
   } catch (const Trouble &trouble) {
     throw Trouble(
         trouble.status(),
-        std::string(trouble.what()) + '\n' + directory.string() +
-            ": note: the directory is complete there, but its name may "
-            "be gone if the machine stops now");
+        std::string(trouble.what()) + "; " + directory.string() +
+            " is complete, but its name may be gone if the machine stops now");
   }
 }
 
@@ -240,8 +252,7 @@ void removeAll(const fs::path &directory) {
   fs::remove_all(directory, error);
   if (error) {
     throw Trouble(kFileError,
-                  errorAt(directory, 0,
-                          "cannot remove the directory: " + error.message()));
+                  errorAt(directory, 0, "cannot remove: " + error.message()));
   }
 }
 

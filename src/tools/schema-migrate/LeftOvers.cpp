@@ -134,9 +134,8 @@ std::string exchangeWith(const fs::path &target, const fs::path &entry) {
   } catch (const Trouble &trouble) {
     const fs::path former = backup.empty() ? entry : parent / backup;
     throw Replaced(trouble.status(),
-                   std::string(trouble.what()) + '\n' +
-                       note(target, "is replaced; what was there is in ") +
-                       former.string() +
+                   std::string(trouble.what()) + "; " + target.string() +
+                       " is replaced; what was there is in " + former.string() +
                        (backup.empty() ? ", which the next run makes a backup"
                                        : ", which may not be on disk yet"));
   }

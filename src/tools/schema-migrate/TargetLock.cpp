@@ -16,13 +16,23 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Whether the name still leads to the open file: one who ends removes it, and
-// who has opened it before then holds a lock that nobody else asks for.
-bool isCurrent(int descriptor, const fs::path &path) {
+// Locks the file. The result is 0, why that fails, or EWOULDBLOCK when another
+// run has the lock, or the name leads to the open file no more: one who ends
+// removes it, and who has opened it before then holds a lock that nobody else
+// asks for.
+int lock(int descriptor, const fs::path &path) {
   struct stat opened {};
   struct stat named {};
-  return fstat(descriptor, &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
-         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+  if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 ||
+      fstat(descriptor, &opened) != 0) {
+    return errno;
+  }
+  if (lstat(path.c_str(), &named) != 0) {
+    return errno == ENOENT ? EWOULDBLOCK : errno;
+  }
+  return opened.st_dev == named.st_dev && opened.st_ino == named.st_ino
+             ? 0
+             : EWOULDBLOCK;
 }
 
 }  // namespace
@@ -38,17 +48,15 @@ TargetLock::TargetLock(const fs::path &target)
     fail("cannot make a file beside it: " +
          std::generic_category().message(errno));
   }
-  const bool locked = flock(m_descriptor, LOCK_EX | LOCK_NB) == 0;
-  const int error = errno;
-  if (locked && isCurrent(m_descriptor, m_path)) {
+  const int error = lock(m_descriptor, m_path);
+  if (error == 0) {
     return;
   }
   close(m_descriptor);
-  if (locked || error == EWOULDBLOCK) {
-    fail("another run of schema-migrate is writing this directory");
-  }
-  fail("cannot lock a file beside it: " +
-       std::generic_category().message(error));
+  fail(error == EWOULDBLOCK
+           ? "another run of schema-migrate is writing this directory"
+           : "cannot lock a file beside it: " +
+                 std::generic_category().message(error));
 }
 
 TargetLock::~TargetLock() {
