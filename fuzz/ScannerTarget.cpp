@@ -21,10 +21,12 @@ std::string state(int code, int current, int index, int line,
 void fuzzScanner(std::string_view input) {
   const Scratch directory("scanner");
   // The first byte says where the others lie in the stream's buffer.
-  const std::size_t ahead =
-      input.empty() ? 0 : static_cast<unsigned char>(input[0]);
-  const std::string text =
-      acrossTheBuffer(std::string(input.substr(input.empty() ? 0 : 1)), ahead);
+  std::size_t ahead = 0;
+  if (!input.empty()) {
+    ahead = static_cast<unsigned char>(input.front());
+    input.remove_prefix(1);
+  }
+  const std::string text = acrossTheBuffer(std::string(input), ahead);
   directory.write("text", text);
   SchemaLexan lexan(directory.path(), "text");
   model::Trace untraced;

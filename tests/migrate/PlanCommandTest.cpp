@@ -341,8 +341,19 @@ TEST_F(PlanCommandTest, WithoutAVerdictForEachDefinitionIsAnInternalError) {
   EXPECT_EQ(errorOf(plan), "definitions of old without a verdict: 1");
   plan.definitions.push_back(plan.definitions.front());
   EXPECT_EQ(errorOf(plan),
-            "old/V3.user.at:1: attribute type 'a' (1.1) has more than one "
-            "verdict");
+            "old/V3.user.at:1: attribute type 'a' (1.1) has a verdict too "
+            "many");
+  plan = migration.plan();
+  plan.definitions.push_back(plan.definitions.back());
+  EXPECT_EQ(errorOf(plan),
+            "old/V3.user.at:2: attribute type 'b' (1.2) has a verdict too "
+            "many");
+  plan.definitions.pop_back();
+  plan.definitions.back().statement =
+      &migration.newDirectory().statements().front();
+  EXPECT_EQ(errorOf(plan),
+            "new/V3.user.at:1: attribute type 'a' (1.1) has a verdict too "
+            "many");
 }
 
 }  // namespace

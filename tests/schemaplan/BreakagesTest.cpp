@@ -74,6 +74,22 @@ TEST_F(BreakagesTest, AnAliasThatIsReplacedAway) {
             "                                              ^\n");
 }
 
+TEST_F(BreakagesTest, InTheOrderOfTheResult) {
+  write({{"old/V3.user.at", type("1.1", "a", "old")},
+         {"old/V3.user.oc", objectClass("2.2", "n")},
+         {"new/V3.user.at",
+          "attributetypes=( 1.1 NAME ( 'a' 'alias' ) DESC 'new' )\n"},
+         {"new/V3.user.oc", requiring("2.1", "k", "alias") +
+                                "objectclasses=( 2.3 NAME ( 'l' 'N' ) )\n"}});
+  const PlanOfFiles planned(path(), {});
+  std::vector<schemacheck::Code> codes;
+  for (const schemacheck::Finding &finding : planned.plan.breakages) {
+    codes.push_back(finding.code);
+  }
+  EXPECT_EQ(codes, std::vector({schemacheck::Code::kUndefinedAttribute,
+                                schemacheck::Code::kNameTwice}));
+}
+
 TEST_F(BreakagesTest, ASuperiorThatIsWithdrawn) {
   write({{"old/V3.user.oc", below("2.2", "l", "k")},
          {"new/V3.user.oc", below("2.3", "m", "K")},

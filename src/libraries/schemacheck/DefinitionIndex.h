@@ -16,8 +16,8 @@ namespace schemacheck {
 class DefinitionIndex {
  public:
   // To be called for all definitions, in that order. They are not owned, and
-  // must stay where they are. Returns whether a manager holds this one under
-  // its key, and none before it.
+  // must stay where they are. Returns whether it is the first that is entered
+  // under its key.
   bool add(const Statement &statement);
 
   // The definition that a manager holds under the key; null if there is none.

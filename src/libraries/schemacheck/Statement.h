@@ -53,6 +53,7 @@ class Statement {
   // Whether it is the one of its directory that a manager holds under its key:
   // the first of those that are entered with it.
   bool isHeld() const { return m_isHeld; }
+  // For the directory, once it has entered all that comes before.
   void setHeld(bool isHeld) { m_isHeld = isHeld; }
   // The values of a field, with their places; none when it lacks the field.
   std::vector<const Value *> valuesOf(std::string_view keyword) const;

@@ -76,7 +76,12 @@ constexpr SectionEntry kSections[] = {
     {"QORATTRIBUTETYPE", {Kind::kStorage, false}},
 };
 
-constexpr std::size_t kShortestSection = 11;
+constexpr std::size_t kShortestSection =
+    std::min_element(std::begin(kSections), std::end(kSections),
+                     [](const SectionEntry &a, const SectionEntry &b) {
+                       return a.keyword.size() < b.keyword.size();
+                     })
+        ->keyword.size();
 
 bool isLower(char c) { return c >= 'a' && c <= 'z'; }
 

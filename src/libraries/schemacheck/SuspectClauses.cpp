@@ -19,12 +19,15 @@ bool isNumber(const Value &value) {
          value.form == Value::Form::kNumberWithLength;
 }
 
+// At least as many as a definition of any kind has.
+constexpr std::size_t kFields = 16;
+
 class Clauses {
  public:
   explicit Clauses(const Definition &definition) : m_definition(definition) {}
 
   SuspectList run() {
-    m_seen.reserve(m_definition.clauses.size());
+    m_seen.reserve(kFields);
     for (std::size_t i = 0; i < m_definition.clauses.size(); ++i) {
       const Clause &clause = m_definition.clauses[i];
       m_next = i + 1 < m_definition.clauses.size()

@@ -43,6 +43,7 @@ class Breakages {
 
   std::vector<Finding> find() {
     enter();
+    auto shared = m_shared.begin();
     for (std::size_t i = 0; i < m_result.size(); ++i) {
       switch (m_result[i].statement->definition->kind) {
         case Kind::kAttributeType:
@@ -56,17 +57,47 @@ class Breakages {
         default:  // Kind::kStorage
           break;
       }
+      for (; shared != m_shared.end() && shared->by == i; ++shared) {
+        checkShared(*shared);
+      }
     }
     checkCycles();
     return std::move(m_findings);
   }
 
  private:
-  // What is asked about a definition is asked while it is at hand.
+  // A name or a column that a definition of the kind before it has, too.
+  struct Shared {
+    std::size_t by;  // the number of a definition in the result
+    const Value *value;
+    const Statement *first;
+  };
+
+  struct Superior {
+    std::size_t of;  // the number of a definition in the result
+    const Statement *statement;
+  };
+
+  static const char *sharedField(Kind kind) {
+    return kind == Kind::kStorage ? "DBNAME" : "NAME";
+  }
+
+  // The names are asked for while they are at hand. What only its OID leads to
+  // comes last: no name leads to it if another definition has that, too.
   void enter() {
-    for (const SidedDefinition &one : m_result) {
-      m_index.add(*one.statement);
-      checkShared(*one.statement);
+    for (std::size_t i = 0; i < m_result.size(); ++i) {
+      const Statement &statement = *m_result[i].statement;
+      const Kind kind = statement.definition->kind;
+      m_index.add(statement);
+      statement.forValuesOf(sharedField(kind), [&](const Value &value) {
+        const Statement *first =
+            kind == Kind::kStorage
+                ? m_firstWithColumn.add(value.text, &statement)
+                : m_index.withName(kind, value.text);
+        if (first != &statement) {
+          m_shared.push_back({i, &value, first});
+        }
+      });
     }
     for (const SidedDefinition &one : m_resultByOid) {
       m_index.add(*one.statement);
@@ -135,34 +166,26 @@ class Breakages {
                 *one.side->directory.index().target(kind, value.text)));
   }
 
-  // Names or columns that a definition of the kind before it has, too.
-  void checkShared(const Statement &statement) {
+  void checkShared(const Shared &shared) {
+    const Statement &statement = *m_result[shared.by].statement;
     const Kind kind = statement.definition->kind;
-    const bool isColumn = kind == Kind::kStorage;
-    const char *keyword = isColumn ? "DBNAME" : "NAME";
-    statement.forValuesOf(keyword, [&](const Value &value) {
-      const Statement *first =
-          isColumn ? m_firstWithColumn.add(value.text, &statement)
-                   : m_index.withName(kind, value.text);
-      if (first == &statement) {
-        return;
-      }
-      const auto isShared = [&](const Installation &side) {
-        for (const Statement *one : {first, &statement}) {
-          const Statement *same = sameIn(side, *one);
-          if (same == nullptr || !has(*same, keyword, value.text)) {
-            return false;
-          }
+    const Value &value = *shared.value;
+    const auto isShared = [&](const Installation &side) {
+      for (const Statement *one : {shared.first, &statement}) {
+        const Statement *same = sameIn(side, *one);
+        if (same == nullptr || !has(*same, sharedField(kind), value.text)) {
+          return false;
         }
-        return true;
-      };
-      if (!isSoAlone(isShared)) {
-        add(isColumn ? Code::kSharedColumn : Code::kNameTwice, statement, value,
-            std::string("expected a ") + (isColumn ? "column" : "name") +
-                " of its own in the result, found '" + std::string(value.text) +
-                "', which " + inWordsWithPlace(*first) + " has, too");
       }
-    });
+      return true;
+    };
+    if (!isSoAlone(isShared)) {
+      const bool isColumn = kind == Kind::kStorage;
+      add(isColumn ? Code::kSharedColumn : Code::kNameTwice, statement, value,
+          std::string("expected a ") + (isColumn ? "column" : "name") +
+              " of its own in the result, found '" + std::string(value.text) +
+              "', which " + inWordsWithPlace(*shared.first) + " has, too");
+    }
   }
 
   // Only what has a superior itself can be passed on the way back.
@@ -231,16 +254,12 @@ class Breakages {
     return nullptr;
   }
 
-  struct Superior {
-    std::size_t of;  // the number of a definition in the result
-    const Statement *statement;
-  };
-
   const Installation *const m_sides[2];
   const std::vector<SidedDefinition> &m_result;
   const std::vector<SidedDefinition> &m_resultByOid;
   DefinitionIndex m_index;  // of the result
   StatementTable m_firstWithColumn;
+  std::vector<Shared> m_shared;
   std::vector<Superior> m_superiors;
   // The values that were looked for in a field, in lower case.
   std::map<std::pair<const Statement *, std::string_view>,

@@ -10,11 +10,11 @@
 namespace schemaplan {
 
 // Looks, in the definitions that the result will hold under their names, beside
-// those that only their OIDs lead to, for names and columns that two
-// definitions share, superiors and attributes that nothing defines there, and
-// superiors that lead back to where they began, in that order; reports those
-// that neither the old installation nor the release has by itself. Each finding
-// lies where the definition stands in its own side.
+// those that only their OIDs lead to, for superiors and attributes that nothing
+// defines there, superiors that lead back to where they began, and names and
+// columns that two definitions share; reports those that neither the old
+// installation nor the release has by itself. Each finding lies where the
+// definition stands in its own side.
 //
 // Takes time n log n in the size of the definitions.
 std::vector<schemacheck::Finding> findBreakages(

@@ -65,7 +65,7 @@ void MergeRules::add(const Statement &statement, Fate fate) {
     return;
   }
   Record &record = watched->second;
-  if (statement.isEntered() && isRecorded(statement)) {
+  if (isRecorded(statement)) {
     record.files |= bitOf(statement);
   }
   if (isStorage(statement)) {

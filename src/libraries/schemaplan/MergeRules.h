@@ -26,14 +26,15 @@ class MergeRules {
   MergeRules(const Installation &old, const Installation &release);
 
   // To be called before add() for the OID of each definition that obstacleTo()
-  // will be asked about.
+  // will be asked about. The text must outlive this.
   void watch(std::string_view oid) { m_records.try_emplace(oid); }
 
-  // What the merge makes of a definition of the old installation.
+  // What comparison and merge make of a definition of the old installation;
+  // those are dropped that no manager holds.
   enum class Fate { kDropped, kRemoved, kCarried };
 
   // To be called for each definition of the old installation, in the order of
-  // reading, before obstacleTo(). Those are dropped that no manager holds.
+  // reading, before obstacleTo(). Its file records the OID whatever its fate.
   void add(const schemacheck::Statement &statement, Fate fate);
 
   // The release's definition that a definition of the old installation meets:

@@ -36,7 +36,7 @@ const char *verdictName(Verdict verdict);
 
 // A definition of the old installation, and what becomes of it.
 struct PlannedDefinition {
-  const schemacheck::Statement *statement = nullptr;
+  const schemacheck::Statement *statement = nullptr;  // never null in a plan
   Verdict verdict = Verdict::kBlocked;
   // The release's definition that it is compared with: of the same key, or else
   // one that has its OID; null if there is none. Of a shadowed definition the
@@ -99,7 +99,8 @@ class Plan {
 //
 // Nothing is carried out, and no library code is run: the plan says what
 // SchemaManager::compSchemas(), mergeSchemas(), modifySchema() and writeFile()
-// will do with `excludedOids`. Takes time n log n in the number of definitions.
+// will do with `excludedOids`. Takes time n log n in the number of definitions,
+// and a second thread if it can be had.
 Plan makePlan(const Installation &old, const Installation &release,
               const Installation *base, const Rules &rules);
 

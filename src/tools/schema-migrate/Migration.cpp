@@ -110,6 +110,7 @@ void Migration::readSources() {
   auto old = std::async(std::launch::async | std::launch::deferred, read,
                         m_options.oldDirectory);
   m_new = read(m_options.newDirectory);
+  // While the old one is still being read.
   takeErrors(checkDefinitions(m_new->directory));
   if (m_options.baseDirectory) {
     m_base = read(*m_options.baseDirectory);
