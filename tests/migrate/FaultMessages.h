@@ -42,47 +42,47 @@ inline std::set<std::string> messagesOf(const std::string &call) {
       "is there room on the disk?";
   constexpr char kBackupNotSynced[] =
       "; out is replaced; what was there is in BACKUP, which may not be on "
-      "disk "
-      "yet";
+      "disk yet";
   constexpr char kNoBackupYet[] =
       "; out is replaced; what was there is in COMPLETE, which the next run "
       "makes a backup";
-  static const std::map<std::string, std::set<std::string>> kMessages = {
+  using Messages = std::set<std::string>;
+  static const Messages kOfSyncing = {
+      "CARRIED: error: cannot write to disk: REASON",
+      "ROOT: error: cannot write to disk: REASON",
+      std::string("ROOT: error: cannot write to disk: REASON") +
+          kBackupNotSynced,
+      "WRITTEN: error: cannot write to disk: REASON",
+      "out: error: cannot write to disk: REASON"};
+  static const Messages kOfListing = {
+      "CARRIED: error: cannot read the directory: REASON",
+      "ROOT: error: cannot read the directory: REASON",
+      std::string("ROOT: error: cannot read the directory: REASON") +
+          kNoBackupYet,
+      "new: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
+      "found: REASON",
+      "old: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
+      "found: REASON",
+      "out/schema-migrate.tmp: error: cannot read the directory: REASON",
+      "out/schema-migrate.tmp: error: cannot remove: REASON",
+      "out: error: cannot read the directory: REASON",
+      std::string("out: error: cannot read the file back") + kNothing};
+  const auto listingAnd = [](Messages others) {
+    others.insert(kOfListing.begin(), kOfListing.end());
+    return others;
+  };
+  static const std::map<std::string, Messages> kMessages = {
       {"chmod",
        {"CARRIED: error: cannot keep the mode: REASON",
         "WRITTEN: error: cannot keep the mode: REASON",
         "out: error: cannot keep the mode: REASON"}},
-      {"close",
-       {"CARRIED: error: cannot write to disk: REASON",
-        "ROOT: error: cannot write to disk: REASON",
-        std::string("ROOT: error: cannot write to disk: REASON") +
-            kBackupNotSynced,
-        "WRITTEN: error: cannot write to disk: REASON",
-        "out: error: cannot write to disk: REASON"}},
+      {"close", kOfSyncing},
       {"fchmod",
        {"CARRIED: error: cannot set the mode: REASON",
         "WRITTEN: error: cannot set the mode: REASON"}},
       {"flock", {"out: error: cannot lock a file beside it: REASON"}},
-      {"fsync",
-       {"CARRIED: error: cannot write to disk: REASON",
-        "ROOT: error: cannot write to disk: REASON",
-        std::string("ROOT: error: cannot write to disk: REASON") +
-            kBackupNotSynced,
-        "WRITTEN: error: cannot write to disk: REASON",
-        "out: error: cannot write to disk: REASON"}},
-      {"getdents64",
-       {"CARRIED: error: cannot read the directory: REASON",
-        "ROOT: error: cannot read the directory: REASON",
-        std::string("ROOT: error: cannot read the directory: REASON") +
-            kNoBackupYet,
-        "new: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
-        "found: REASON",
-        "old: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
-        "found: REASON",
-        "out/schema-migrate.tmp: error: cannot read the directory: REASON",
-        "out/schema-migrate.tmp: error: cannot remove: REASON",
-        "out: error: cannot read the directory: REASON",
-        std::string("out: error: cannot read the file back") + kNothing}},
+      {"fsync", kOfSyncing},
+      {"getdents64", kOfListing},
       {"lchown", {"CARRIED: error: cannot keep the owner and group: REASON"}},
       {"mkdir",
        {".out.partial-new/schema-migrate.tmp: error: cannot create the "
@@ -90,68 +90,49 @@ inline std::set<std::string> messagesOf(const std::string &call) {
         ".out.partial-new: error: cannot create the directory: REASON",
         "CARRIED: error: cannot create the directory: REASON"}},
       {"newfstatat",
-       {".out.partial-lock: error: cannot look at it: REASON",
-        ".out.partial-new/schema-migrate.tmp: error: cannot look at it: REASON",
-        "CARRIED: error: cannot copy: REASON",
-        "CARRIED: error: cannot look at it: REASON",
-        "CARRIED: error: cannot read the directory: REASON",
-        "INPUT: error: [UNREADABLE-FILE] expected a file that can be read, "
-        "found: No such file or directory",
-        "INPUT: error: [UNREADABLE-FILE] expected a file that can be read, "
-        "found: REASON",
-        "INPUT: error: cannot look at it: REASON",
-        "INPUT: error: was changed while the migration ran; run it again when "
-        "nothing changes the file",
-        "MADE: error: cannot look at it: REASON",
-        "ROOT: error: cannot look at it: REASON",
-        std::string("ROOT: error: cannot look at it: REASON") +
-            kBackupNotSynced,
-        "ROOT: error: cannot read the directory: REASON",
-        std::string("ROOT: error: cannot read the directory: REASON") +
-            kNoBackupYet,
-        "WRITTEN: error: cannot look at it: REASON",
-        std::string("WRITTEN: error: cannot read the file back") + kNothing,
-        "new: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
-        "found: REASON",
-        "old: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
-        "found: REASON",
-        "out/schema-migrate.tmp: error: cannot look at it: REASON",
-        "out/schema-migrate.tmp: error: cannot read the directory: REASON",
-        "out/schema-migrate.tmp: error: cannot remove: REASON",
-        "out: error: REASON",
-        "out: error: cannot lock a file beside it: REASON",
-        "out: error: cannot look at it: REASON",
-        "out: error: cannot read the directory: REASON",
-        std::string("out: error: cannot read the file back") + kNothing}},
+       listingAnd(
+           {".out.partial-lock: error: cannot look at it: REASON",
+            ".out.partial-new/schema-migrate.tmp: error: cannot look at it: "
+            "REASON",
+            "CARRIED: error: cannot copy: REASON",
+            "CARRIED: error: cannot look at it: REASON",
+            "INPUT: error: [UNREADABLE-FILE] expected a file that can be read, "
+            "found: No such file or directory",
+            "INPUT: error: [UNREADABLE-FILE] expected a file that can be read, "
+            "found: REASON",
+            "INPUT: error: cannot look at it: REASON",
+            "INPUT: error: was changed while the migration ran; run it again "
+            "when "
+            "nothing changes the file",
+            "MADE: error: cannot look at it: REASON",
+            "ROOT: error: cannot look at it: REASON",
+            std::string("ROOT: error: cannot look at it: REASON") +
+                kBackupNotSynced,
+            "WRITTEN: error: cannot look at it: REASON",
+            std::string("WRITTEN: error: cannot read the file back") + kNothing,
+            "out/schema-migrate.tmp: error: cannot look at it: REASON",
+            "out: error: REASON",
+            "out: error: cannot lock a file beside it: REASON",
+            "out: error: cannot look at it: REASON"})},
       {"openat",
-       {"CARRIED: error: cannot open: REASON",
-        "CARRIED: error: cannot read the directory: REASON",
-        "INPUT: error: [UNREADABLE-FILE] expected a file that can be read, "
-        "found: REASON",
-        "INPUT: error: cannot open: REASON",
-        "INPUT: error: cannot read the file; was it changed just now?",
-        "INPUT: error: was changed while the migration ran; run it again when "
-        "nothing changes the file",
-        "MADE: error: cannot open the file for writing",
-        "MADE: error: cannot open: REASON",
-        "MADE: error: cannot remove: REASON",
-        "ROOT: error: cannot open: REASON",
-        std::string("ROOT: error: cannot open: REASON") + kBackupNotSynced,
-        "ROOT: error: cannot read the directory: REASON",
-        std::string("ROOT: error: cannot read the directory: REASON") +
-            kNoBackupYet,
-        "WRITTEN: error: cannot open: REASON",
-        std::string("WRITTEN: error: cannot read the file back") + kNothing,
-        "new: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
-        "found: REASON",
-        "old: error: [NOT-A-DIRECTORY] expected a directory that can be read, "
-        "found: REASON",
-        "out/schema-migrate.tmp: error: cannot read the directory: REASON",
-        "out/schema-migrate.tmp: error: cannot remove: REASON",
-        "out: error: cannot make a file beside it: REASON",
-        "out: error: cannot open: REASON",
-        "out: error: cannot read the directory: REASON",
-        std::string("out: error: cannot read the file back") + kNothing}},
+       listingAnd(
+           {"CARRIED: error: cannot open: REASON",
+            "INPUT: error: [UNREADABLE-FILE] expected a file that can be read, "
+            "found: REASON",
+            "INPUT: error: cannot open: REASON",
+            "INPUT: error: cannot read the file; was it changed just now?",
+            "INPUT: error: was changed while the migration ran; run it again "
+            "when "
+            "nothing changes the file",
+            "MADE: error: cannot open the file for writing",
+            "MADE: error: cannot open: REASON",
+            "MADE: error: cannot remove: REASON",
+            "ROOT: error: cannot open: REASON",
+            std::string("ROOT: error: cannot open: REASON") + kBackupNotSynced,
+            "WRITTEN: error: cannot open: REASON",
+            std::string("WRITTEN: error: cannot read the file back") + kNothing,
+            "out: error: cannot make a file beside it: REASON",
+            "out: error: cannot open: REASON"})},
       {"read",
        {"CARRIED: error: cannot read: REASON",
         std::string(
@@ -202,7 +183,7 @@ inline std::set<std::string> messagesOf(const std::string &call) {
         kNothing}},
   };
   const auto found = kMessages.find(call);
-  return found == kMessages.end() ? std::set<std::string>() : found->second;
+  return found == kMessages.end() ? Messages() : found->second;
 }
 
 #endif  // TESTS_MIGRATE_FAULTMESSAGES_H_

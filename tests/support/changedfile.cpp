@@ -4,8 +4,7 @@
 //   CHANGED_OPENING: the opening of this number, from 1, finds the file with
 //     ".changed" behind its name, and no other does;
 //   CHANGED_READ, CHANGED_SIZE: before the read of this number, from 1, the
-//   file
-//     is cut to this size; the name must be the file's real path.
+//     file is cut to this size; the name must be the file's real path.
 // READ_AT_MOST: as many bytes are what a read of any file comes back with.
 #include <dlfcn.h>
 #include <unistd.h>
